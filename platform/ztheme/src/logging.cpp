@@ -1,0 +1,7 @@
+#include "logging.h"
+
+namespace ZT {
+
+Q_LOGGING_CATEGORY(logTheme, "ztheme")
+
+} // namespace ZT
