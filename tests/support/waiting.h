@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTest>
+
+#include <chrono>
+
+namespace tavro::testsupport {
+
+/// Long enough for a sanitizer build on a busy machine. Only a failing test waits so long.
+constexpr std::chrono::milliseconds waitLimit{20000};
+
+/// Runs the event loop until @p holds gives true; false when the limit passed first.
+template <typename Condition>
+bool eventually(Condition holds, std::chrono::milliseconds limit = waitLimit)
+{
+    return QTest::qWaitFor(holds, static_cast<int>(limit.count()));
+}
+
+/// Delivers what is posted to objects of this thread now, and carries out their pending deferred deletes.
+inline void settle()
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace tavro::testsupport

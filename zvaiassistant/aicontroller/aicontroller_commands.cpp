@@ -1,0 +1,34 @@
+#include "aicontroller/agentcmd_p.h"
+#include "aicontroller/aicontroller_p.h"
+
+namespace tavro::aiassistant {
+
+void AiController::Private::analyseAgentCmds(const QJsonArray &agentCmds)
+{
+    AgentCommands commands = readAgentCommands(agentCmds);
+    agentCmdList = std::move(commands.list);
+    if (commands.needPicture && !strLastPictureUrl.isEmpty()) {
+        bPlayAfterDownload = true;
+        slotDownloadPicture(strLastPictureUrl);
+    } else {
+        announceCommands();
+    }
+}
+
+void AiController::Private::completeCommands(const QString &path)
+{
+    for (AgentCmd &command : agentCmdList) {
+        if (command.cmdType == AgentCmd::GeneratedPicture)
+            command.localPath = path.toStdString();
+    }
+    announceCommands();
+}
+
+// A copy, because a receiver may destroy the controller while others still read the list.
+void AiController::Private::announceCommands()
+{
+    std::vector<AgentCmd> commands = agentCmdList;
+    controller->sigAgentCmds(commands);
+}
+
+} // namespace tavro::aiassistant

@@ -1,0 +1,8 @@
+#include "common/loggingcategories.h"
+
+namespace tavro::aiassistant {
+
+Q_LOGGING_CATEGORY(lcController, "zvaiassistant.controller")
+Q_LOGGING_CATEGORY(lcTheme, "zvaiassistant.theme")
+
+} // namespace tavro::aiassistant

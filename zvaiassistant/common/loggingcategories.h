@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+namespace tavro::aiassistant {
+
+// The module's diagnostic lines, one category for each area. A host switches them with QLoggingCategory or with
+// QT_LOGGING_RULES, for example "zvaiassistant.controller.debug=false".
+
+Q_DECLARE_LOGGING_CATEGORY(lcController) ///< "zvaiassistant.controller": requests, replies, pictures, commands
+Q_DECLARE_LOGGING_CATEGORY(lcTheme) ///< "zvaiassistant.theme": style sheets
+
+} // namespace tavro::aiassistant

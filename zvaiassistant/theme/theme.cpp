@@ -1,0 +1,32 @@
+#include "theme/theme.h"
+
+#include "common/loggingcategories.h"
+#include "theme/themenames.h"
+
+#include <QApplication>
+
+namespace tavro::aiassistant {
+
+Theme::Theme(const QString &name, QObject *parent)
+    : ZT::Theme(name, parent)
+{ }
+
+Theme::~Theme() = default;
+
+void changeTheme(ZT::Theme *theme, const QString &a, const QString &b)
+{
+    ZT::changeTheme(theme, a, b, themenames::group());
+}
+
+void changeAppStyleSheet(ZT::Theme *theme, const QString &a, const QString &b)
+{
+    changeTheme(theme, a, b);
+    const auto application = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (!application) {
+        qCWarning(lcTheme) << "no QApplication is running, so no style sheet is set";
+        return;
+    }
+    application->setStyleSheet(ZT::findStyleSheet(theme, themenames::applicationSheets(), themenames::prefix()));
+}
+
+} // namespace tavro::aiassistant
