@@ -1,0 +1,173 @@
+#include "assistant.h"
+
+#include "requestbodies.h"
+#include "secrets.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <exception>
+
+namespace tavro::assistantservice {
+
+namespace {
+
+bool isHostCharacter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '-'
+        || c == '_' || c == ':' || c == '[' || c == ']';
+}
+
+// The header comes from outside and ends up in an address that others fetch.
+bool isUsableHost(const QByteArray &host)
+{
+    constexpr int longestHost = 255;
+    return !host.isEmpty() && host.size() <= longestHost && std::all_of(host.begin(), host.end(), isHostCharacter);
+}
+
+ServiceError engineFailure()
+{
+    return {ErrorCode::EngineFailed, QStringLiteral("The assistant failed while working on this. Please try again.")};
+}
+
+// An engine that throws must cost one answer and not the service.
+template <typename Result, typename Work>
+Result guarded(Work work)
+{
+    try {
+        return work();
+    } catch (const std::exception &) {
+        Result result;
+        result.error = engineFailure();
+        return result;
+    }
+}
+
+} // namespace
+
+Assistant::Assistant(AssistantSettings settings, std::unique_ptr<Engine> engine)
+    : m_settings(std::move(settings))
+    , m_engine(std::move(engine))
+    , m_store(m_settings.storeLimits)
+    , m_workers(m_settings.workers)
+{ }
+
+Reply Assistant::generateText(const Caller &caller, const QByteArray &body)
+{
+    if (const ServiceError error = checkToken(caller)) {
+        return errorReply(error);
+    }
+    TextRequest request;
+    if (const ServiceError error = readTextRequest(body, m_settings.bodyLimits, request)) {
+        return errorReply(error);
+    }
+    QString id;
+    if (const ServiceError error = admit(false, id)) {
+        return errorReply(error);
+    }
+    m_workers.post([this, id, request](const std::atomic<bool> &cancelled) {
+        m_store.finishText(id, guarded<TextResult>([&] { return m_engine->answer(request, cancelled); }));
+    });
+    return acceptedReply(id);
+}
+
+Reply Assistant::generatePicture(const Caller &caller, const QByteArray &body)
+{
+    if (const ServiceError error = checkToken(caller)) {
+        return errorReply(error);
+    }
+    PictureRequest request;
+    if (const ServiceError error = readPictureRequest(body, m_settings.bodyLimits, request)) {
+        return errorReply(error);
+    }
+    QString id;
+    if (const ServiceError error = admit(true, id)) {
+        return errorReply(error);
+    }
+    m_workers.post([this, id, request](const std::atomic<bool> &cancelled) {
+        m_store.finishPicture(id, guarded<PictureResult>([&] { return m_engine->draw(request, cancelled); }));
+    });
+    return acceptedReply(id);
+}
+
+Reply Assistant::pollResult(const Caller &caller, const QByteArray &body)
+{
+    if (const ServiceError error = checkToken(caller)) {
+        return errorReply(error);
+    }
+    PollRequest request;
+    if (const ServiceError error = readPollRequest(body, request)) {
+        return errorReply(error);
+    }
+    const PollResult result = m_store.poll(request.requestId, request.picture);
+    Reply reply;
+    if (result.error) {
+        reply = errorReply(result.error);
+    } else if (result.working) {
+        reply = workingReply();
+    } else {
+        reply = readyReply(result, request.picture ? pictureAddress(caller, result.pictureId) : QString());
+    }
+    reply.requestId = request.requestId;
+    return reply;
+}
+
+Reply Assistant::picture(const QString &pictureId)
+{
+    const std::optional<StoredPicture> found = m_store.picture(pictureId);
+    if (!found) {
+        return httpErrorReply({ErrorCode::NotFound, QStringLiteral("There is no such picture (any more).")});
+    }
+    Reply reply;
+    reply.contentType = found->mediaType;
+    reply.body = found->bytes;
+    return reply;
+}
+
+Reply Assistant::health()
+{
+    const QJsonObject state{{QStringLiteral("status"), QStringLiteral("ok")},
+                            {QStringLiteral("unfinished"), m_store.unfinished()},
+                            {QStringLiteral("pictureBytes"), m_store.pictureBytes()}};
+    Reply reply;
+    reply.body = QJsonDocument(state).toJson(QJsonDocument::Compact);
+    return reply;
+}
+
+void Assistant::stop()
+{
+    m_stopping = true;
+    m_workers.stop();
+}
+
+ServiceError Assistant::checkToken(const Caller &caller) const
+{
+    if (m_settings.token.isEmpty() || equalSecrets(caller.token, m_settings.token)) {
+        return {};
+    }
+    return {ErrorCode::WrongToken,
+            caller.token.isEmpty()
+                ? QStringLiteral("This assistant service needs a token. Please enter it in the settings.")
+                : QStringLiteral("The assistant service does not accept this token. Please check the settings.")};
+}
+
+ServiceError Assistant::admit(bool picture, QString &requestId)
+{
+    if (m_stopping) {
+        return {ErrorCode::Stopping, QStringLiteral("The assistant service is being stopped.")};
+    }
+    return m_store.add(picture, requestId);
+}
+
+QString Assistant::pictureAddress(const Caller &caller, const QString &pictureId) const
+{
+    QString start = m_settings.publicUrl;
+    if (start.isEmpty()) {
+        start = isUsableHost(caller.host) ? QStringLiteral("http://") + QString::fromLatin1(caller.host)
+                                          : m_settings.ownUrl;
+    }
+    return start + QStringLiteral("/pictures/") + pictureId;
+}
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "bodylimits.h"
+#include "replies.h"
+#include "workerpool.h"
+
+#include <memory>
+
+namespace tavro::assistantservice {
+
+/// What the HTTP head of a request tells about its sender.
+struct Caller {
+    QByteArray token;
+    QByteArray host;
+};
+
+struct AssistantSettings {
+    /// Empty: every caller is let in.
+    QByteArray token;
+    /// Start of the pictures' addresses, without a slash at the end. Empty: made from the Host header.
+    QString publicUrl;
+    /// Used where a request has no usable Host header.
+    QString ownUrl;
+    BodyLimits bodyLimits;
+    StoreLimits storeLimits;
+    int workers = 2;
+};
+
+/// The endpoints, free of HTTP: bytes in, a reply out. All functions may be called on any thread.
+class Assistant {
+public:
+    Assistant(AssistantSettings settings, std::unique_ptr<Engine> engine);
+
+    Reply generateText(const Caller &caller, const QByteArray &body);
+    Reply generatePicture(const Caller &caller, const QByteArray &body);
+    Reply pollResult(const Caller &caller, const QByteArray &body);
+    /// Pictures are fetched without a token; their ids cannot be guessed.
+    Reply picture(const QString &pictureId);
+    Reply health();
+
+    /// Gives up what is being worked on; later requests are refused.
+    void stop();
+
+private:
+    ServiceError checkToken(const Caller &caller) const;
+    ServiceError admit(bool picture, QString &requestId);
+    QString pictureAddress(const Caller &caller, const QString &pictureId) const;
+
+    const AssistantSettings m_settings;
+    const std::unique_ptr<Engine> m_engine;
+    RequestStore m_store;
+    std::atomic<bool> m_stopping{false};
+    WorkerPool m_workers;
+};
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,172 @@
+#include "options.h"
+
+#include "servicelog.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+#include <QUrl>
+
+namespace tavro::assistantservice {
+
+namespace {
+
+constexpr int badOptions = 2;
+constexpr qint64 mebibyte = 1024 * 1024;
+
+void addOptions(QCommandLineParser &parser)
+{
+    const auto add = [&parser](const char *name, const char *description, const char *value, const char *standard) {
+        parser.addOption(
+            {QLatin1String(name), QLatin1String(description), QLatin1String(value), QLatin1String(standard)});
+    };
+    add("listen", "Address and port to listen on, such as 127.0.0.1:8080, [::1]:8080 or myhost:0 (any free port).",
+        "address:port", "127.0.0.1:8080");
+    add("token",
+        "Token that clients must send. Better given in the environment as ASSISTANTSERVICE_TOKEN, where other "
+        "users of the machine cannot read it.",
+        "token", "");
+    add("engine", "What answers: builtin.", "name", "builtin");
+    add("public-url", "Start of the pictures' addresses; without it the address that the client used.", "url", "");
+    add("work-ms", "Milliseconds that a request takes at least.", "ms", "0");
+    add("workers", "Requests that are worked on at once.", "count", "2");
+    add("queue", "Requests that may be unfinished at once; more are refused.", "count", "64");
+    add("max-body", "Largest request body, in MiB.", "MiB", "32");
+    add("max-picture", "Largest picture, in pixels.", "WxH", "7680x4320");
+    add("keep-seconds", "How long results and pictures are kept.", "seconds", "600");
+    add("picture-memory", "Memory for kept pictures, in MiB; the oldest go first.", "MiB", "512");
+    add("client-seconds", "How long a client may take to send a request, and to take a reply.", "seconds", "30");
+    add("log-level", "Which lines are logged: debug, info, warning, error or off.", "level", "info");
+}
+
+// Takes the values out of the parser and remembers the first that is wrong.
+class Values {
+public:
+    explicit Values(const QCommandLineParser &parser)
+        : m_parser(parser)
+    { }
+
+    QString text(const char *name) const { return m_parser.value(QLatin1String(name)); }
+
+    int number(const char *name, int minimum, int maximum)
+    {
+        bool ok = false;
+        const int value = text(name).toInt(&ok);
+        if (!ok || value < minimum || value > maximum) {
+            fail(name, QStringLiteral("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
+        }
+        return value;
+    }
+
+    void fail(const char *name, const QString &reason)
+    {
+        if (m_error.isEmpty()) {
+            m_error = QStringLiteral("--%1 %2; \"%3\" was given.").arg(QLatin1String(name), reason, text(name));
+        }
+    }
+
+    const QString &error() const { return m_error; }
+
+private:
+    const QCommandLineParser &m_parser;
+    QString m_error;
+};
+
+ListenAddress readListen(Values &values)
+{
+    const std::optional<ListenAddress> address = parseListenAddress(values.text("listen"));
+    if (!address) {
+        values.fail("listen", QStringLiteral("must be ADDRESS:PORT, with an IPv6 address in brackets"));
+    }
+    return address.value_or(ListenAddress());
+}
+
+QSize readLargestPicture(Values &values, const QSize &smallest)
+{
+    static const QRegularExpression form(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
+    const QRegularExpressionMatch match = form.match(values.text("max-picture"));
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    constexpr int largestSide = 16384;
+    if (size.width() < smallest.width() || size.height() < smallest.height() || size.width() > largestSide
+        || size.height() > largestSide) {
+        values.fail("max-picture", QStringLiteral("must be WIDTHxHEIGHT, from 16x16 to 16384x16384"));
+    }
+    return size;
+}
+
+QString readPublicUrl(Values &values)
+{
+    QString text = values.text("public-url");
+    const QUrl url(text, QUrl::StrictMode);
+    const bool web = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+    if (!text.isEmpty() && (!url.isValid() || !web || url.host().isEmpty() || url.hasQuery() || url.hasFragment())) {
+        values.fail("public-url", QStringLiteral("must be an address such as https://assistant.example"));
+    }
+    while (text.endsWith(QLatin1Char('/'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
+void readStoreLimits(Values &values, StoreLimits &limits)
+{
+    limits.work = std::chrono::milliseconds(values.number("work-ms", 0, 3600000));
+    limits.unfinished = values.number("queue", 1, 10000);
+    limits.keep = std::chrono::seconds(values.number("keep-seconds", 1, 86400));
+    limits.pictureBytes = values.number("picture-memory", 1, 65536) * mebibyte;
+}
+
+Options readValues(Values &values)
+{
+    Options options;
+    options.listen = readListen(values);
+    options.engine = values.text("engine");
+    if (options.engine != QLatin1String("builtin")) {
+        values.fail("engine", QStringLiteral("must be builtin, the only engine of this version"));
+    }
+    options.logLevel = values.text("log-level");
+    if (!logLevels().contains(options.logLevel)) {
+        values.fail("log-level", QStringLiteral("must be one of %1").arg(logLevels().join(QStringLiteral(", "))));
+    }
+    AssistantSettings &assistant = options.assistant;
+    assistant.publicUrl = readPublicUrl(values);
+    assistant.workers = values.number("workers", 1, 64);
+    assistant.bodyLimits.largestPicture = readLargestPicture(values, assistant.bodyLimits.smallestPicture);
+    readStoreLimits(values, assistant.storeLimits);
+    options.http.largestBody = values.number("max-body", 1, 1024) * mebibyte;
+    options.http.clientLimit = std::chrono::seconds(values.number("client-seconds", 1, 3600));
+    return options;
+}
+
+} // namespace
+
+OptionsResult readOptions(const QStringList &arguments, const QByteArray &environmentToken)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Answers the questions of the assistant panel over HTTP."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    addOptions(parser);
+    const bool parsed = parser.parse(arguments);
+    if (!parsed) {
+        return {false, {}, parser.errorText() + QLatin1Char('\n'), badOptions};
+    }
+    if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) {
+        return {false, {}, parser.helpText(), 0};
+    }
+    if (parser.isSet(version)) {
+        return {false, {}, QStringLiteral("assistantservice " ASSISTANTSERVICE_VERSION "\n"), 0};
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        return {false, {}, QStringLiteral("Unexpected: %1\n").arg(parser.positionalArguments().first()), badOptions};
+    }
+    Values values(parser);
+    Options options = readValues(values);
+    if (!values.error().isEmpty()) {
+        return {false, {}, values.error() + QLatin1Char('\n'), badOptions};
+    }
+    const bool tokenGiven = parser.isSet(QStringLiteral("token"));
+    options.assistant.token = tokenGiven ? values.text("token").toUtf8() : environmentToken;
+    return {true, options, {}, 0};
+}
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,57 @@
+#include "pictures/picturepainter.h"
+
+#include "pictures/logo.h"
+#include "pictures/stylenames.h"
+#include "pictures/styles.h"
+
+#include <QBuffer>
+#include <QImageWriter>
+
+namespace tavro::assistantservice {
+
+namespace {
+
+void paintStyle(Style style, Canvas &canvas)
+{
+    static constexpr void (*painters[])(Canvas &) = {&paintPlain,   &paintPortrait,  &paintInk,    &paintWatercolor,
+                                                     &paintFlat,    &paintLandscape, &paintPrint,  &paintMonet,
+                                                     &paintPicasso, &paintRembrandt, &paintMatisse};
+    painters[static_cast<size_t>(style)](canvas);
+}
+
+} // namespace
+
+QImage paintPicture(const PictureRequest &request, const std::atomic<bool> &cancelled)
+{
+    QImage image(request.size, QImage::Format_RGB32);
+    if (image.isNull()) {
+        return image;
+    }
+    // Smooth edges mix with what is beneath: fresh memory would show through between two shapes.
+    image.fill(Qt::white);
+    const double scale = image.height() / Scene::height;
+    const Style style = styleNamed(request.style);
+    const Scene scene = composeScene(subjectOf(request.prompt), image.width() / scale);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(scale, scale);
+    Canvas canvas{painter, scene, Random(scene.subject.seed + static_cast<quint64>(style)), cancelled};
+    paintStyle(style, canvas);
+    if (request.logoEnabled) {
+        paintLogo(painter, scene.width, request.logoPosition, request.logoOpacity);
+    }
+    return image;
+}
+
+// The lightest compression that zlib has: a large picture is ready seconds earlier and only some percent longer.
+QByteArray encodePng(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, "png");
+    constexpr int levelOne = 85;
+    writer.setQuality(levelOne);
+    return writer.write(image) ? bytes : QByteArray();
+}
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "engine.h"
+
+#include <QImage>
+
+namespace tavro::assistantservice {
+
+/// The picture of a request; the same request always gives the same picture. Null where there is no memory for it.
+QImage paintPicture(const PictureRequest &request, const std::atomic<bool> &cancelled);
+
+QByteArray encodePng(const QImage &image);
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+namespace tavro::assistantservice {
+
+/// The codes that a reply carries in "code" beside 0 (ready) and 1 (still working). They follow the HTTP status of the
+/// same meaning, so that nobody has to learn two tables.
+enum class ErrorCode {
+    None = 0,
+    BadRequest = 400,
+    WrongToken = 401,
+    NotFound = 404,
+    WrongMethod = 405,
+    WrongKind = 409,
+    Expired = 410,
+    TooLarge = 413,
+    Busy = 429,
+    EngineFailed = 500,
+    Stopping = 503,
+};
+
+/// What went wrong, as the client is told it. A default error means that nothing did.
+struct ServiceError {
+    ErrorCode code = ErrorCode::None;
+    QString message;
+
+    explicit operator bool() const { return code != ErrorCode::None; }
+};
+
+} // namespace tavro::assistantservice

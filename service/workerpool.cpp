@@ -1,0 +1,62 @@
+#include "workerpool.h"
+
+namespace tavro::assistantservice {
+
+WorkerPool::WorkerPool(int threads)
+{
+    for (int i = 0; i < threads; ++i) {
+        m_threads.emplace_back([this] { work(); });
+    }
+}
+
+WorkerPool::~WorkerPool()
+{
+    stop();
+}
+
+void WorkerPool::post(Task task)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_stopping) {
+            return;
+        }
+        m_tasks.push_back(std::move(task));
+    }
+    m_changed.notify_one();
+}
+
+void WorkerPool::stop()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_stopping = true;
+        m_tasks.clear();
+    }
+    m_changed.notify_all();
+    for (std::thread &thread : m_threads) {
+        thread.join();
+    }
+    m_threads.clear();
+}
+
+void WorkerPool::work()
+{
+    for (Task task; next(task);) {
+        task(m_stopping);
+    }
+}
+
+bool WorkerPool::next(Task &task)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait(lock, [this] { return m_stopping || !m_tasks.empty(); });
+    if (m_stopping) {
+        return false;
+    }
+    task = std::move(m_tasks.front());
+    m_tasks.pop_front();
+    return true;
+}
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,82 @@
+#include "serviceprocess.h"
+
+#include <QFile>
+
+#include <csignal>
+
+namespace {
+
+constexpr int patienceMs = 30000;
+
+} // namespace
+
+ServiceProcess::ServiceProcess()
+{
+    m_process.setProgram(QStringLiteral(ASSISTANTSERVICE_PROGRAM));
+    m_process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    // Into a file: a pipe that nobody reads would fill up and stop the service.
+    m_process.setStandardErrorFile(logFile());
+}
+
+ServiceProcess::~ServiceProcess()
+{
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.kill();
+        m_process.waitForFinished(patienceMs);
+    }
+}
+
+bool ServiceProcess::start(const QStringList &options)
+{
+    m_process.setArguments(QStringList{QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")} + options);
+    m_process.start();
+    while (!m_process.canReadLine()) {
+        if (!m_process.waitForReadyRead(patienceMs)) {
+            return false;
+        }
+    }
+    const QString line = QString::fromUtf8(m_process.readLine()).trimmed();
+    m_port = QUrl(line.section(QLatin1Char(' '), -1)).port(0);
+    return line.startsWith(QLatin1String("assistantservice listening on http://127.0.0.1:")) && m_port > 0;
+}
+
+int ServiceProcess::runToEnd(const QStringList &arguments)
+{
+    m_process.setArguments(arguments);
+    m_process.start();
+    return exitCode();
+}
+
+void ServiceProcess::setEnvironment(const QString &name, const QString &value)
+{
+    QProcessEnvironment environment = m_process.processEnvironment();
+    environment.insert(name, value);
+    m_process.setProcessEnvironment(environment);
+}
+
+void ServiceProcess::signal(int number)
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), number);
+}
+
+int ServiceProcess::exitCode()
+{
+    const bool ended = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(patienceMs);
+    return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+}
+
+QUrl ServiceProcess::url(const QString &path) const
+{
+    return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path));
+}
+
+QByteArray ServiceProcess::standardError()
+{
+    QFile file(logFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString ServiceProcess::logFile() const
+{
+    return m_folder.filePath(QStringLiteral("log"));
+}
