@@ -1,0 +1,96 @@
+#include "assistant.h"
+#include "console.h"
+#include "conversation.h"
+#include "environment.h"
+#include "lineinput.h"
+#include "mediafolder.h"
+#include "optionreader.h"
+#include "stopsignals.h"
+
+#include <QGuiApplication>
+#include <QStringList>
+
+#include <memory>
+
+using namespace tavro::consolehost;
+
+namespace {
+
+constexpr int signalStatus = 128;
+
+void askAll(Conversation &conversation, const Options &options)
+{
+    for (const Step &question : options.questions)
+        conversation.add(question);
+    conversation.endInput();
+}
+
+std::unique_ptr<LineInput> readLines(Conversation &conversation, const Options &options)
+{
+    auto input = std::make_unique<LineInput>();
+    QObject::connect(input.get(), &LineInput::sigLine, &conversation,
+                     [&](const QString &line) { conversation.add(readStep(line, options.picture)); });
+    QObject::connect(input.get(), &LineInput::sigEnded, &conversation, &Conversation::endInput);
+    return input;
+}
+
+int run(const Options &options)
+{
+    const MediaLibrary library = readMediaFolder(options.mediaFolder);
+    Assistant assistant(options, library);
+    Conversation conversation(assistant, options, library);
+    QObject::connect(&conversation, &Conversation::sigFinished, qApp, &QCoreApplication::exit);
+    const StopSignals stopSignals;
+    QObject::connect(&stopSignals, &StopSignals::sigReceived, qApp,
+                     [](int number) { QCoreApplication::exit(signalStatus + number); });
+    std::unique_ptr<LineInput> input;
+    if (options.isInteractive())
+        input = readLines(conversation, options);
+    else
+        askAll(conversation, options);
+    const int status = QCoreApplication::exec();
+    assistant.shutDown();
+    return status;
+}
+
+// UTF-8 in every locale, as all that the program reads and writes.
+QStringList toStrings(int count, char *texts[])
+{
+    QStringList strings;
+    for (int i = 0; i < count; ++i)
+        strings.append(QString::fromUtf8(texts[i]));
+    return strings;
+}
+
+int explain(const OptionReader &reader)
+{
+    if (!reader.isWrong()) {
+        console::text(reader.text());
+        return Answered;
+    }
+    console::message(reader.text());
+    console::message(QStringLiteral("--help lists the options"));
+    return Failed;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    prepareEnvironment();
+    const QStringList arguments = toStrings(argc, argv);
+    // Qt gets the program's name only: it would take options such as --style for itself.
+    int nameOnly = 1;
+    const QGuiApplication application(nameOnly, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("consolehost"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CONSOLEHOST_VERSION));
+
+    OptionReader reader;
+    const auto options = reader.read(arguments);
+    if (!options)
+        return explain(reader);
+    const int status = run(*options);
+    // What clear() left to the event loop, which does not run any more.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return status;
+}
