@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QTcpServer>
+#include <QThread>
+
+/// An AI service that answers at once, in a thread of its own: each request by its path, one request per connection.
+class AnsweringServer {
+public:
+    AnsweringServer();
+    ~AnsweringServer();
+
+    AnsweringServer(const AnsweringServer &) = delete;
+    AnsweringServer &operator=(const AnsweringServer &) = delete;
+
+    /// "http://127.0.0.1:PORT"
+    QString address() const;
+
+private:
+    void serve();
+
+    QThread m_thread;
+    QTcpServer m_server;
+};
