@@ -1,12 +1,12 @@
 #include <benchmark/benchmark.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QLoggingCategory>
 
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     // The diagnostic lines cost more than what is measured, and a host switches them off.
     QLoggingCategory::setFilterRules(QStringLiteral("zvaiassistant.*.debug=false"));
     benchmark::Initialize(&argc, argv);

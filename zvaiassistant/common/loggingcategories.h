@@ -8,6 +8,7 @@ namespace tavro::aiassistant {
 // QT_LOGGING_RULES, for example "zvaiassistant.controller.debug=false".
 
 Q_DECLARE_LOGGING_CATEGORY(lcController) ///< "zvaiassistant.controller": requests, replies, pictures, commands
+Q_DECLARE_LOGGING_CATEGORY(lcPanel) ///< "zvaiassistant.panel": what the panel could not carry out
 Q_DECLARE_LOGGING_CATEGORY(lcTheme) ///< "zvaiassistant.theme": style sheets
 
 } // namespace tavro::aiassistant
