@@ -46,7 +46,7 @@ int main(int argc, char *argv[])
 {
     const QByteArray token = qgetenv("ASSISTANTSERVICE_TOKEN");
     const QCoreApplication application(argc, argv);
-    const OptionsResult result = readOptions(application.arguments(), token);
+    const OptionsResult result = readOptions(QCoreApplication::arguments(), token);
     if (!result.run) {
         print(result.exitCode == 0 ? stdout : stderr, result.text);
         return result.exitCode;

@@ -59,7 +59,7 @@ void describeRefusal(const httplib::Request &, httplib::Response &response)
     response.set_content(reply.body.toStdString(), reply.contentType.toStdString());
 }
 
-void describeException(const httplib::Request &, httplib::Response &response, std::exception_ptr)
+void describeException(const httplib::Request &, httplib::Response &response, const std::exception_ptr &)
 {
     setReply(
         response,

@@ -201,9 +201,9 @@ private:
     {
         const bool water = hasWater();
         const double start = water ? 950 : m_scene.horizon + 40;
-        addTreeRow(0.7, start, static_cast<int>(width() / 34), 120);
-        addTreeRow(0.85, start + (water ? 30 : 130), static_cast<int>(width() / 60), 220);
-        addTreeRow(1.0, 1040, static_cast<int>(width() / 130), 380);
+        addTreeRow(0.7, start, static_cast<int>(width() / 34), 120.0);
+        addTreeRow(0.85, start + (water ? 30 : 130), static_cast<int>(width() / 60), 220.0);
+        addTreeRow(1.0, 1040.0, static_cast<int>(width() / 130), 380.0);
     }
 
     Random m_random;

@@ -61,8 +61,8 @@ void paintMonet(Canvas &canvas)
     const QImage sketch = sketchOf(canvas, 400);
     canvas.painter.setPen(Qt::NoPen);
     canvas.painter.drawImage(canvas.area(), sketch);
-    paintDabs(canvas, sketch, static_cast<int>(canvas.scene.width * 2.2), 56);
-    paintDabs(canvas, sketch, static_cast<int>(canvas.scene.width * 4.0), 34);
+    paintDabs(canvas, sketch, static_cast<int>(canvas.scene.width * 2.2), 56.0);
+    paintDabs(canvas, sketch, static_cast<int>(canvas.scene.width * 4.0), 34.0);
     const Motifs motifs = canvas.scene.subject.motifs;
     if (motifs.testFlag(Motif::Sea) && !motifs.testFlag(Motif::Harbour)) {
         paintLilies(canvas);

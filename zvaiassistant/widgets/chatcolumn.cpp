@@ -86,7 +86,8 @@ void ChatColumn::setGeometry(const QRect &rect)
         forgetRows();
     m_unexplained = 0;
     stack();
-    QLayout::setGeometry(rect);
+    // The box layout's own would place all items again.
+    QLayout::setGeometry(rect); // NOLINT(bugprone-parent-virtual-call)
     const QRect room = rect.marginsRemoved(contentsMargins());
     const bool moved = room.topLeft() != m_placed.topLeft() || room.width() != m_placed.width();
     if (moved)
