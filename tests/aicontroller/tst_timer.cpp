@@ -148,11 +148,12 @@ void TimerTest::failureReportedByAnotherThreadStopsIt()
     using Report = void (AiController::*)(const ChatItemBasic &);
     const Report reports[] = {&AiController::errorOccured, &AiController::requestFailed, &AiController::requesetTimeout,
                               &AiController::requestFailedFinished};
+    const ChatItemBasic item;
     f->controller.startTimer();
     std::thread::id other;
     std::thread([&] {
         other = std::this_thread::get_id();
-        (f->controller.*reports[report])(ChatItemBasic());
+        (f->controller.*reports[report])(item);
     }).join();
     QVERIFY(eventually([&] { return !f->isTimerActive(); }));
     const auto &s = f->signalled;

@@ -4,9 +4,12 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QRunnable>
 #include <QThreadPool>
 
+#include <deque>
 #include <functional>
+#include <mutex>
 
 namespace tavro::aiassistant {
 
@@ -28,10 +31,30 @@ public:
     void decode(const QByteArray &bytes, Done done);
 
 private:
+    struct Job {
+        QByteArray bytes;
+        Done done;
+    };
+
+    /// Run once for each job. The jobs go through a queue of our own, whose lock ThreadSanitizer can see.
+    class Runner : public QRunnable {
+    public:
+        explicit Runner(PictureDecoder &owner);
+        void run() override;
+
+    private:
+        PictureDecoder &m_owner;
+    };
+
+    Job takeJob();
+    void decodeNext();
     void finish(const QImage &picture, const Done &done);
 
+    Runner m_runner{*this};
     QThreadPool m_worker;
-    int m_waiting = 0;
+    std::mutex m_lock;
+    std::deque<Job> m_jobs; ///< guarded by m_lock
+    int m_waiting = 0; ///< jobs whose result has not come back
 };
 
 } // namespace tavro::aiassistant
