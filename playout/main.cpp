@@ -1,0 +1,115 @@
+#include "environment.h"
+#include "host.h"
+#include "optionreader.h"
+#include "panel.h"
+#include "script/scriptparser.h"
+#include "script/scriptplayer.h"
+#include "view/mainwindow.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+using namespace tavro::playout;
+
+namespace {
+
+enum ExitStatus { Ended = 0, ScriptFailed = 1, WrongUsage = 2 };
+
+void print(FILE *file, const QString &text)
+{
+    std::fputs(text.toUtf8().constData(), file);
+    std::fflush(file);
+}
+
+void complain(const QString &text)
+{
+    print(stderr, QStringLiteral("playout: %1\n").arg(text));
+}
+
+int explain(const OptionReader &reader)
+{
+    if (!reader.isWrong()) {
+        print(stdout, reader.text());
+        return Ended;
+    }
+    complain(reader.text());
+    complain(QStringLiteral("--help lists the options"));
+    return WrongUsage;
+}
+
+// False where the script is not to be played; the errors are then told.
+bool readScript(const QString &path, Script &script)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly)) {
+        complain(QStringLiteral("%1 cannot be read").arg(path));
+        return false;
+    }
+    script = parseScript(QString::fromUtf8(file.readAll()));
+    for (const QString &error : qAsConst(script.errors))
+        complain(QStringLiteral("%1, %2").arg(path, error));
+    return script.errors.isEmpty();
+}
+
+int run(const Options &options, const Script &script)
+{
+    Host host(options, makePanel);
+    ScriptPlayer player(script.steps, host.window());
+    QObject::connect(&player, &ScriptPlayer::sigQuit, qApp, &QCoreApplication::quit);
+    QObject::connect(&player, &ScriptPlayer::sigFailed, qApp, [&options](const QString &why) {
+        complain(QStringLiteral("%1, %2").arg(options.scriptFile, why));
+        QCoreApplication::exit(ScriptFailed);
+    });
+    host.window().show();
+    host.window().activateWindow();
+    player.start();
+    return QCoreApplication::exec();
+}
+
+// UTF-8 in every locale, as all that the program reads and writes.
+QStringList toStrings(int count, char *texts[])
+{
+    QStringList strings;
+    for (int i = 0; i < count; ++i)
+        strings.append(QString::fromUtf8(texts[i]));
+    return strings;
+}
+
+QString standardConfig()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/playout.ini");
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    prepareEnvironment();
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    const QStringList arguments = toStrings(argc, argv);
+    // Qt gets the program's name only: it would take some options for itself.
+    int nameOnly = 1;
+    const QApplication application(nameOnly, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("playout"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(PLAYOUT_VERSION));
+
+    OptionReader reader(qEnvironmentVariable("ASSISTANT_TOKEN"), standardConfig());
+    const auto options = reader.read(arguments);
+    if (!options)
+        return explain(reader);
+    Script script;
+    if (!options->scriptFile.isEmpty() && !readScript(options->scriptFile, script))
+        return WrongUsage;
+    if (options->scriptFile.isEmpty() && !canShowWindows()) {
+        complain(QStringLiteral("there is no display to show the window on; without one, only --script can be played"));
+        return WrongUsage;
+    }
+    const int status = run(*options, script);
+    // What the controller left to the event loop, which does not run any more.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return status;
+}

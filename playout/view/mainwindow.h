@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QMainWindow>
+
+class QDockWidget;
+
+namespace tavro::playout {
+
+class LibraryPanel;
+class StagePanel;
+class StatusLine;
+struct StageParts;
+
+/// The host's one window: media library, stage, and the assistant in a dock; the status line below them.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// @p panel is the assistant's widget; the window owns it from now on.
+    MainWindow(const StageParts &parts, QWidget *panel);
+
+    StatusLine &statusLine() { return *m_status; }
+
+    /// Shows what became of a command.
+    void showResult(const QString &text, bool isDone);
+
+    /// Shows something that the operator should know.
+    void showRemark(const QString &text);
+
+    bool isAssistantShown() const;
+    void setAssistantShown(bool shown); ///< shown, it gets the keyboard
+
+Q_SIGNALS:
+    void sigMediaChosen(const QString &mediaId, int layer);
+    void sigPlayClicked(int layer);
+    void sigStopClicked(int layer);
+
+private:
+    void buildMiddle(const StageParts &parts);
+    void buildDock(QWidget *panel);
+    void addShortcuts();
+
+    LibraryPanel *m_library = nullptr;
+    StagePanel *m_stage = nullptr;
+    QDockWidget *m_dock = nullptr;
+    StatusLine *m_status = nullptr;
+};
+
+} // namespace tavro::playout
