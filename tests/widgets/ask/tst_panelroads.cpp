@@ -11,7 +11,9 @@
 
 namespace {
 
-const auto longAnswer = QStringLiteral("This answer is long enough to be stopped before it has typed itself out.");
+// At 50 ms a character it types for half a minute: whatever happens in the middle of it does so on a slow machine too.
+const QString longAnswer =
+    QStringLiteral("This answer is far too long to type itself out while anybody watches. ").repeated(9);
 
 } // namespace
 
@@ -63,7 +65,6 @@ void TestPanelRoads::questionIsAnswered()
     QVERIFY(isGenerating());
     QVERIFY(answerText(QStringLiteral("I am")));
     QCOMPARE(conversation().size(), 3);
-    QVERIFY(isGenerating());
     QTRY_COMPARE(conversation().last(), QStringLiteral("AnswerText: I am"));
     QTRY_VERIFY(!isGenerating());
     QVERIFY(edit()->isEnabled() && edit()->hasFocus());
@@ -305,12 +306,13 @@ void TestPanelRoads::languageSwitchInTheMiddle()
 
 void TestPanelRoads::themeSwitchInTheMiddle()
 {
-    QVERIFY(startTyping(QStringLiteral("An answer that goes on.")));
+    QVERIFY(startTyping(longAnswer));
     f->controller.loadTheme(":/aiassistant/theme/default_aiassistant.theme");
     QVERIFY(panel->styleSheet().contains(QStringLiteral("#FF6D00")));
     QVERIFY(isGenerating());
-    QTRY_COMPARE(conversation().last(), QStringLiteral("AnswerText: An answer that goes on."));
-    QTRY_VERIFY(!isGenerating());
+    const int typed = conversation().last().size();
+    QTRY_VERIFY(conversation().last().size() > typed);
+    QTest::mouseClick(button("stop"), Qt::LeftButton);
     QVERIFY(edit()->hasFocus());
 }
 
