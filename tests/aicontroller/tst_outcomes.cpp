@@ -26,7 +26,7 @@ private Q_SLOTS:
     void otherFinishedOperationsOnlyFire();
     void completionsFireOnTheCallingThread();
     void pictureCompletionFetchesOnly();
-    void missingServerProxyIsReported();
+    void serverRoleTakenOnLaterIsReported();
 
 private:
     static ChatItemBasic item();
@@ -218,10 +218,10 @@ void OutcomesTest::pictureCompletionFetchesOnly()
     QVERIFY(f->signalled.generatePictureFinished.emission(0).thread == std::this_thread::get_id());
 }
 
-void OutcomesTest::missingServerProxyIsReported()
+void OutcomesTest::serverRoleTakenOnLaterIsReported()
 {
-    f->useRoles({true, false, false});
-    f->d.proxyServer = nullptr;
+    f->controller.setZVRuntime(&f->runtime);
+    f->runtime.setRoles({true, false, false});
     const ExpectedLog missing(f->log, QStringLiteral("there is no proxy server"), 2);
     f->controller.requestFailed(item());
     f->controller.clearHistoryRecord();

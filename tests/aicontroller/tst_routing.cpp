@@ -27,7 +27,7 @@ private Q_SLOTS:
     void widgetShowIsSentByAClientOnly_data() { addRoles(); }
     void widgetShowIsSentByAClientOnly();
     void rolesAreAskedForEachCall();
-    void missingClientProxyIsReported();
+    void clientRoleTakenOnLaterIsReported();
     void withoutRuntimeEverythingIsDoneHere();
 
 private:
@@ -172,10 +172,10 @@ void RoutingTest::rolesAreAskedForEachCall()
     QVERIFY(f->d.historyArray.isEmpty());
 }
 
-void RoutingTest::missingClientProxyIsReported()
+void RoutingTest::clientRoleTakenOnLaterIsReported()
 {
-    f->useRoles({false, true, true});
-    f->d.proxyClient = nullptr;
+    f->controller.setZVRuntime(&f->runtime);
+    f->runtime.setRoles({false, true, true});
     const ExpectedLog missing(f->log, QStringLiteral("there is no proxy client"));
     f->controller.toActiveDeepSeekModel(true);
     QVERIFY(f->d.bEnableDeepModel);

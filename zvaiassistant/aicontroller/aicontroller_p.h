@@ -57,7 +57,8 @@ public:
 
     void setRuntime(IZVRuntime *host);
 
-    /// The proxy to send @p call with; null where this machine does not have the role.
+    /// The proxy to send @p call with; null where this machine does not have the role. Also null, with a warning, where
+    /// it took the role on only after the runtime was given: proxies are made then.
     ProxyClientPort *client(const char *call) const;
     ProxyServerPort *server(const char *call) const;
 
@@ -128,9 +129,10 @@ public:
     PictureDecoder decoder;
     std::vector<std::shared_ptr<Theme>> themes;
 
-    // A runtime keeps the handlers of every proxy that was made for it, so they stay as long as the controller.
-    std::vector<std::unique_ptr<ProxyClientPort>> proxyClients;
+    // A runtime keeps the handlers of every proxy that was made for it, so they stay as long as the controller. What a
+    // client is told, a server may have to tell on: the clients go first.
     std::vector<std::unique_ptr<ProxyServerPort>> proxyServers;
+    std::vector<std::unique_ptr<ProxyClientPort>> proxyClients;
 
 public Q_SLOTS:
     void slotRequestFinished();

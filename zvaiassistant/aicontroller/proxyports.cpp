@@ -1,19 +1,18 @@
 #include "aicontroller/proxyports.h"
 
-#include "common/loggingcategories.h"
+#include "multimachineproxy/multimachineproxyclient.h"
+#include "multimachineproxy/multimachineproxyserver.h"
 
 namespace tavro::aiassistant {
 
-std::unique_ptr<ProxyClientPort> makeProxyClient(AiController & /*controller*/, IZVRuntime & /*runtime*/)
+std::unique_ptr<ProxyClientPort> makeProxyClient(AiController &controller, IZVRuntime &runtime)
 {
-    qCWarning(lcController) << "this build has no proxy client: operations will not reach the serving machine";
-    return nullptr;
+    return std::make_unique<MultimachineProxyClient>(&controller, &runtime);
 }
 
-std::unique_ptr<ProxyServerPort> makeProxyServer(AiController & /*controller*/, IZVRuntime & /*runtime*/)
+std::unique_ptr<ProxyServerPort> makeProxyServer(AiController &controller, IZVRuntime &runtime)
 {
-    qCWarning(lcController) << "this build has no proxy server: outcomes will not reach the client machines";
-    return nullptr;
+    return std::make_unique<MultimachineProxyServer>(&controller, &runtime);
 }
 
 } // namespace tavro::aiassistant

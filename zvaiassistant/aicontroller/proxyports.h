@@ -54,8 +54,7 @@ public:
     virtual void requestTimeout(const ChatItemBasic &basic) = 0;
 };
 
-/// Makes the proxy for a role. Null where this build has no proxy for it, which is logged as a warning: what would have
-/// been sent is then reported, call by call, and not sent.
+/// Makes the proxy for a role. It is connected to the runtime from then on and until it is destroyed.
 std::unique_ptr<ProxyClientPort> makeProxyClient(AiController &controller, IZVRuntime &runtime);
 std::unique_ptr<ProxyServerPort> makeProxyServer(AiController &controller, IZVRuntime &runtime);
 

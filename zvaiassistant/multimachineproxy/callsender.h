@@ -1,0 +1,42 @@
+#pragma once
+
+#include "multimachineproxy/callenvelope.h"
+#include "zvruntime/izvruntime.h"
+
+#include <exception>
+
+namespace tavro::aiassistant {
+
+/// Sends the messages of one proxy in one direction. Usable from any thread.
+class CallSender {
+public:
+    using Operation = void (IZVRuntime::*)(const char *name, const char *data, unsigned int size);
+
+    CallSender(IZVRuntime *runtime, Operation operation)
+        : m_runtime(runtime)
+        , m_operation(operation)
+    { }
+
+    /// Sends a message without an argument.
+    void operator()(const char *name) const { (m_runtime->*m_operation)(name, nullptr, 0); }
+
+    /// Sends a message with one argument. An argument that cannot be packed is logged and nothing is sent.
+    template <typename Argument>
+    void operator()(const char *name, const Argument &argument) const
+    {
+        try {
+            const msgpack::sbuffer payload = envelope::pack(argument);
+            (m_runtime->*m_operation)(name, payload.data(), static_cast<unsigned int>(payload.size()));
+        } catch (const std::exception &error) {
+            logNotSent(name, error.what());
+        }
+    }
+
+private:
+    static void logNotSent(const char *name, const char *why);
+
+    IZVRuntime *m_runtime;
+    Operation m_operation;
+};
+
+} // namespace tavro::aiassistant
