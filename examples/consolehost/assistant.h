@@ -1,7 +1,7 @@
 #pragma once
 
 #include "aicontroller/aicontroller.h"
-#include "localruntime.h"
+#include "inprocess/inprocessruntime.h"
 #include "mediafolder.h"
 #include "options.h"
 
@@ -59,7 +59,8 @@ private:
     void onTimeout(const aiassistant::ChatItemBasic &item);
 
     // The controller uses the runtime to its end, so it stands behind it and goes before it.
-    LocalRuntime m_runtime;
+    runtime::InProcessBus m_bus;
+    runtime::InProcessRuntime m_runtime{m_bus, runtime::Role::LocalExecutor};
     aiassistant::AiController m_controller;
     sigslot::connection m_timeoutConnection;
 };

@@ -1,11 +1,11 @@
 #include "assistant.h"
 #include "console.h"
 #include "conversation.h"
-#include "environment.h"
+#include "hostkit/environment.h"
+#include "hostkit/stopsignals.h"
 #include "lineinput.h"
 #include "mediafolder.h"
 #include "optionreader.h"
-#include "stopsignals.h"
 
 #include <QGuiApplication>
 #include <QStringList>
@@ -13,6 +13,7 @@
 #include <memory>
 
 using namespace tavro::consolehost;
+using namespace tavro::hostkit;
 
 namespace {
 
@@ -54,14 +55,6 @@ int run(const Options &options)
 }
 
 // UTF-8 in every locale, as all that the program reads and writes.
-QStringList toStrings(int count, char *texts[])
-{
-    QStringList strings;
-    for (int i = 0; i < count; ++i)
-        strings.append(QString::fromUtf8(texts[i]));
-    return strings;
-}
-
 int explain(const OptionReader &reader)
 {
     if (!reader.isWrong()) {

@@ -1,16 +1,10 @@
 #include "agentcommandtext.h"
-#include "localruntime.h"
 #include "mediafolder.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
-
-#include <future>
-#include <memory>
-#include <thread>
 
 using namespace tavro::consolehost;
 using tavro::aiassistant::AgentCmd;
@@ -21,59 +15,10 @@ class ConsoleHostPartsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aloneInItsRole();
-    void tellsItsThreadFromOthers();
-    void runsTasksOnItsThreadInOrder();
-    void destroysTasksThatItDoesNotRun();
     void mediaIdsAreRelativePaths();
     void writesGivenValuesOnly_data();
     void writesGivenValuesOnly();
 };
-
-void ConsoleHostPartsTest::aloneInItsRole()
-{
-    const LocalRuntime runtime;
-    QVERIFY(runtime.isLocalExecutor());
-    QVERIFY(!runtime.isProxyClient());
-    QVERIFY(!runtime.isProxyServer());
-}
-
-void ConsoleHostPartsTest::tellsItsThreadFromOthers()
-{
-    const LocalRuntime runtime;
-    QVERIFY(!runtime.needsDispatch(__FILE__, __LINE__));
-    bool elsewhere = false;
-    std::thread([&] { elsewhere = runtime.needsDispatch(__FILE__, __LINE__); }).join();
-    QVERIFY(elsewhere);
-}
-
-void ConsoleHostPartsTest::runsTasksOnItsThreadInOrder()
-{
-    LocalRuntime runtime;
-    QVector<int> ran;
-    const auto task = [&](int number) {
-        return [&ran, number, home = QThread::currentThread()] {
-            ran.append(QThread::currentThread() == home ? number : -number);
-        };
-    };
-    std::thread other([&, first = task(1), second = task(2)] {
-        runtime.dispatcher().post(first);
-        runtime.dispatcher().post(second);
-    });
-    other.join();
-    QVERIFY(ran.isEmpty());
-    QTRY_COMPARE(ran, (QVector<int>{1, 2}));
-}
-
-void ConsoleHostPartsTest::destroysTasksThatItDoesNotRun()
-{
-    auto runtime = std::make_unique<LocalRuntime>();
-    auto task = std::make_shared<std::packaged_task<void()>>([] {});
-    std::future<void> done = task->get_future();
-    runtime->dispatcher().post([task = std::move(task)] { (*task)(); });
-    runtime.reset();
-    QVERIFY_EXCEPTION_THROWN(done.get(), std::future_error);
-}
 
 void ConsoleHostPartsTest::mediaIdsAreRelativePaths()
 {

@@ -1,5 +1,5 @@
 #include "consolehost/consoleprocess.h"
-#include "consolehost/servicescript.h"
+#include "support/servicescript.h"
 #include "support/waiting.h"
 
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "stopsignals.h"
+#include "hostkit/stopsignals.h"
 
 #include <QSocketNotifier>
 
@@ -8,7 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace tavro::consolehost {
+namespace tavro::hostkit {
 
 namespace {
 
@@ -59,4 +59,4 @@ void StopSignals::onReadable()
         Q_EMIT sigReceived(number);
 }
 
-} // namespace tavro::consolehost
+} // namespace tavro::hostkit

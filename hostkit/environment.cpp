@@ -1,4 +1,4 @@
-#include "environment.h"
+#include "hostkit/environment.h"
 
 #include <QLoggingCategory>
 #include <QtGlobal>
@@ -6,15 +6,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace tavro::consolehost {
+namespace tavro::hostkit {
 
 namespace {
 
-void setUnlessSet(const char *name, const char *value)
-{
-    if (!qEnvironmentVariableIsSet(name))
-        qputenv(name, value);
-}
+constexpr char platformVariable[] = "QT_QPA_PLATFORM";
+
+bool platformChosen = false;
 
 bool hasDisplay()
 {
@@ -37,11 +35,26 @@ void fillStandardStreams()
 void prepareEnvironment()
 {
     fillStandardStreams();
-    if (!hasDisplay())
-        setUnlessSet("QT_QPA_PLATFORM", "offscreen");
-    setUnlessSet("ZLSPDLOG_LEVEL", "warning");
+    platformChosen = !qEnvironmentVariableIsEmpty(platformVariable);
+    if (!platformChosen && !hasDisplay())
+        qputenv(platformVariable, "offscreen");
+    if (!qEnvironmentVariableIsSet("ZLSPDLOG_LEVEL"))
+        qputenv("ZLSPDLOG_LEVEL", "warning");
     // QT_LOGGING_RULES in the environment holds over this.
     QLoggingCategory::setFilterRules(QStringLiteral("zvaiassistant.*.debug=false"));
 }
 
-} // namespace tavro::consolehost
+bool canShowWindows()
+{
+    return platformChosen || hasDisplay();
+}
+
+QStringList toStrings(int count, char *texts[])
+{
+    QStringList strings;
+    for (int i = 0; i < count; ++i)
+        strings.append(QString::fromUtf8(texts[i]));
+    return strings;
+}
+
+} // namespace tavro::hostkit

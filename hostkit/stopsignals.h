@@ -6,7 +6,7 @@
 
 class QSocketNotifier;
 
-namespace tavro::consolehost {
+namespace tavro::hostkit {
 
 /// SIGINT and SIGTERM as a Qt signal. The second one of a kind ends the program at once. Made once in a program.
 class StopSignals : public QObject {
@@ -25,4 +25,4 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
-} // namespace tavro::consolehost
+} // namespace tavro::hostkit

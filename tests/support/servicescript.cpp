@@ -1,4 +1,4 @@
-#include "servicescript.h"
+#include "support/servicescript.h"
 
 #include <QBuffer>
 #include <QImage>
