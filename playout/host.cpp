@@ -8,6 +8,8 @@
 #include <QStandardPaths>
 #include <QStyleFactory>
 
+#include <utility>
+
 namespace tavro::playout {
 
 using aiassistant::AgentCmd;
@@ -49,10 +51,9 @@ Host::Host(const Options &options, PanelFactory panelFactory)
     m_window->setStyleSheet(m_theme.styleSheet());
     connectAssistant();
     connectWindow();
-    m_assistant->checkLanguage();
-    m_window->statusLine().showRole(options.role);
-    m_window->statusLine().showRuntime(QStringLiteral("this machine only"));
+    m_window->statusLine().showRole(nameOf(options.role));
     showService(QStringLiteral("not asked yet"), true);
+    m_assistant->start();
 }
 
 Host::~Host()
@@ -70,6 +71,7 @@ void Host::connectAssistant()
     });
     connect(m_assistant.get(), &Assistant::sigPictureSaved, &m_library, &MediaLibrary::addGenerated);
     connect(m_assistant.get(), &Assistant::sigServiceState, this, &Host::showService);
+    connect(m_assistant.get(), &Assistant::sigConnection, this, &Host::showConnection);
     connect(m_assistant.get(), &Assistant::sigRemark, m_window.get(), &MainWindow::showRemark);
     connect(&m_library, &MediaLibrary::sigItemAdded, this, [this] { m_assistant->setLibrary(m_library.resources()); });
 }
@@ -80,6 +82,7 @@ void Host::connectWindow()
     connect(m_window.get(), &MainWindow::sigPlayClicked, this,
             [this](int layer) { play(m_state.layer(m_state.selectedProgram(), layer).mediaId, layer); });
     connect(m_window.get(), &MainWindow::sigStopClicked, this, &Host::stop);
+    connect(m_window.get(), &MainWindow::sigAssistantShown, m_assistant.get(), &Assistant::notifyPanelShown);
 }
 
 void Host::carryOut(const AgentCmd &command)
@@ -109,7 +112,18 @@ void Host::stop(int layer)
 
 void Host::showService(const QString &state, bool isGood)
 {
-    m_window->statusLine().showService(m_options.service, state, isGood);
+    const bool asksItself = m_options.role != Role::Client;
+    m_window->statusLine().showService(asksItself ? m_options.service : QStringLiteral("Asked by the serving machine"),
+                                       state, isGood);
+}
+
+// The status line has the present state, the log what went before.
+void Host::showConnection(const QString &text, bool isGood)
+{
+    m_window->statusLine().showRuntime(text, isGood);
+    const QString before = std::exchange(m_connection, text);
+    if (!before.isEmpty() && before != text)
+        m_window->showRemark(QStringLiteral("Runtime: %1").arg(text), isGood);
 }
 
 } // namespace tavro::playout

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assistant.h"
+#include "assistant/assistant.h"
 #include "model/commandexecutor.h"
 #include "model/playoutstate.h"
 #include "view/hosttheme.h"
@@ -32,6 +32,7 @@ private:
     void connectAssistant();
     void connectWindow();
     void showService(const QString &state, bool isGood);
+    void showConnection(const QString &text, bool isGood);
     void play(const QString &mediaId, int layer);
     void stop(int layer);
 
@@ -45,6 +46,7 @@ private:
     // The window has the panel in it, and the panel goes before its controller.
     std::unique_ptr<Assistant> m_assistant;
     std::unique_ptr<MainWindow> m_window;
+    QString m_connection; // as last shown
 };
 
 } // namespace tavro::playout

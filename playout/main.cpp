@@ -1,5 +1,6 @@
-#include "environment.h"
 #include "host.h"
+#include "hostkit/environment.h"
+#include "hostkit/stopsignals.h"
 #include "optionreader.h"
 #include "panel.h"
 #include "script/scriptparser.h"
@@ -12,6 +13,7 @@
 
 #include <cstdio>
 
+using namespace tavro::hostkit;
 using namespace tavro::playout;
 
 namespace {
@@ -59,23 +61,26 @@ int run(const Options &options, const Script &script)
     Host host(options, makePanel);
     ScriptPlayer player(script.steps, host.window());
     QObject::connect(&player, &ScriptPlayer::sigQuit, qApp, &QCoreApplication::quit);
+    QObject::connect(&player, &ScriptPlayer::sigTold, qApp,
+                     [](const QString &line) { print(stdout, line + QLatin1Char('\n')); });
     QObject::connect(&player, &ScriptPlayer::sigFailed, qApp, [&options](const QString &why) {
         complain(QStringLiteral("%1, %2").arg(options.scriptFile, why));
         QCoreApplication::exit(ScriptFailed);
     });
+    const StopSignals stopSignals;
+    QObject::connect(&stopSignals, &StopSignals::sigReceived, qApp, &QCoreApplication::quit);
     host.window().show();
     host.window().activateWindow();
     player.start();
     return QCoreApplication::exec();
 }
 
-// UTF-8 in every locale, as all that the program reads and writes.
-QStringList toStrings(int count, char *texts[])
+std::optional<QString> environmentValue(const QString &name)
 {
-    QStringList strings;
-    for (int i = 0; i < count; ++i)
-        strings.append(QString::fromUtf8(texts[i]));
-    return strings;
+    const QByteArray variable = name.toLatin1();
+    if (qEnvironmentVariableIsEmpty(variable.constData()))
+        return std::nullopt;
+    return qEnvironmentVariable(variable.constData());
 }
 
 QString standardConfig()
@@ -97,15 +102,16 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("playout"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PLAYOUT_VERSION));
 
-    OptionReader reader(qEnvironmentVariable("ASSISTANT_TOKEN"), standardConfig());
+    OptionReader reader(environmentValue, standardConfig());
     const auto options = reader.read(arguments);
     if (!options)
         return explain(reader);
     Script script;
     if (!options->scriptFile.isEmpty() && !readScript(options->scriptFile, script))
         return WrongUsage;
-    if (options->scriptFile.isEmpty() && !canShowWindows()) {
-        complain(QStringLiteral("there is no display to show the window on; without one, only --script can be played"));
+    if (options->scriptFile.isEmpty() && options->role != Role::Server && !canShowWindows()) {
+        complain(QStringLiteral(
+            "there is no display to show the window on; without one, only a server runs, or a script is played"));
         return WrongUsage;
     }
     const int status = run(*options, script);

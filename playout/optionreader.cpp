@@ -15,12 +15,14 @@ QString description()
 {
     return QStringLiteral(
         "A sample playout host: media library, programs with layers, outputs, and the AI assistant beside them.\n\n"
-        "The options that take a value, but for --config and --script, may also stand in an INI file as name=value.\n"
+        "The options that take a value, but for --config and --script, may also stand in an INI file as name=value,\n"
+        "those that begin with nats- in its group [nats] without that word. There alone, or in the environment, stand\n"
+        "the broker's user, password and token (ASSISTANT_NATS_USER, ASSISTANT_NATS_PASSWORD, ASSISTANT_NATS_TOKEN).\n"
         "The command line holds over the environment, which holds over the file.\n\n"
         "Keys: F9 hides and shows the assistant, Ctrl+F searches the media library, Ctrl+1 to Ctrl+4 choose the layer\n"
         "that Return in the library plays on. A script, one step a line, knows:\n"
-        "  type TEXT | press KEYS | click NAME | hover NAME | size WIDTH HEIGHT | screenshot FILE | quit\n"
-        "  wait SECONDS visible|hidden|enabled|disabled NAME | wait SECONDS text NAME TEXT\n"
+        "  type TEXT | press KEYS | click NAME | hover NAME | tell NAME | size WIDTH HEIGHT | screenshot FILE | quit\n"
+        "  wait SECONDS visible|hidden|enabled|disabled|focused NAME | wait SECONDS text NAME TEXT\n"
         "NAME is a control's object name, or its class. Lines that begin with # are comments.\n\n"
         "Exit status: 0 ended, 1 the script failed, 2 wrong usage.");
 }
@@ -46,16 +48,23 @@ QList<QCommandLineOption> settings()
         option("media", "Folder with pictures and animations (default: the samples beside the program).", "DIR"),
         option("language", "Language of the assistant: en (the default), korean, rus, zh_CN or zh_TW.", "NAME"),
         option("theme", "Theme file (default: the assistant's own theme).", "FILE"),
-        option("role", "all (the default) or local. In this version all is the same as local: one machine on its own.",
-               "ROLE"),
+        option(
+            "role",
+            "all (the default): this machine alone, as a serving and a showing machine in one program; local: alone, "
+            "with one controller; server: asks the service for the clients, without a panel; client: shows the "
+            "panel. Server and clients meet at a NATS broker.",
+            "ROLE"),
     };
 }
 
+// What may stand in the INI file.
 QStringList names(const QList<QCommandLineOption> &options)
 {
     QStringList names;
     for (const QCommandLineOption &each : options)
         names += each.names();
+    for (const runtime::NatsSetting &each : runtime::natsSettings())
+        names += each.iniName();
     return names;
 }
 
@@ -78,14 +87,15 @@ QString samplesFolder()
 
 } // namespace
 
-OptionReader::OptionReader(const QString &environmentToken, const QString &standardConfig)
-    : m_environmentToken(environmentToken)
+OptionReader::OptionReader(runtime::SettingLookup environment, const QString &standardConfig)
+    : m_environment(std::move(environment))
     , m_standardConfig(standardConfig)
 {
     m_parser.setApplicationDescription(description());
     m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
     m_parser.addVersionOption();
     m_parser.addOptions(settings());
+    runtime::addNatsOptions(m_parser);
     m_parser.addOption(option("config", "INI file (default: playout.ini in the user's settings folder).", "FILE"));
     m_parser.addOption(option("script", "Play the steps in this file.", "FILE"));
 }
@@ -139,6 +149,7 @@ Options OptionReader::readAll()
     if (QString::fromLatin1(options.themeFile.toLatin1()) != options.themeFile)
         fail(QStringLiteral("theme has letters in its path that are not in Latin-1: %1").arg(options.themeFile));
     options.role = role();
+    options.nats = nats();
     options.scriptFile = readableFile(QStringLiteral("script"), {});
     return options;
 }
@@ -156,7 +167,7 @@ QString OptionReader::path(const QString &name, const QString &preset) const
 QString OptionReader::token() const
 {
     const QString name = QStringLiteral("token");
-    return m_parser.isSet(name) || m_environmentToken.isEmpty() ? text(name) : m_environmentToken;
+    return m_parser.isSet(name) ? text(name) : m_environment(QStringLiteral("ASSISTANT_TOKEN")).value_or(text(name));
 }
 
 QString OptionReader::headerValue(const QString &name, const QString &value)
@@ -195,12 +206,25 @@ QString OptionReader::readableFile(const QString &name, const QString &preset)
     return file;
 }
 
-QString OptionReader::role()
+Role OptionReader::role()
 {
-    QString role = text(QStringLiteral("role"), QStringLiteral("all"));
-    if (role != QLatin1String("all") && role != QLatin1String("local"))
-        fail(QStringLiteral("role is neither all nor local: %1").arg(role));
-    return role;
+    const QString name = text(QStringLiteral("role"), nameOf(Role::All));
+    const std::optional<Role> role = roleNamed(name);
+    if (!role)
+        fail(QStringLiteral("role is none of all, local, server and client: %1").arg(name));
+    return role.value_or(Role::All);
+}
+
+runtime::NatsOptions OptionReader::nats()
+{
+    const auto file = [this](const QString &name) {
+        return name.endsWith(QLatin1String("/ca-file")) ? m_file.path(name) : m_file.value(name);
+    };
+    QString problem;
+    runtime::NatsOptions options = runtime::readNatsOptions(m_parser, m_environment, file, problem);
+    if (!problem.isEmpty())
+        fail(problem);
+    return options;
 }
 
 std::chrono::seconds OptionReader::seconds(const QString &name, int preset)

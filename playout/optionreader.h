@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nats/natssettings.h"
 #include "options.h"
 #include "settingsfile.h"
 
@@ -13,9 +14,9 @@ namespace tavro::playout {
 /// Reads the command line and the INI file. The command line holds over the environment, which holds over the file.
 class OptionReader {
 public:
-    /// @p environmentToken: the token that the environment gives. @p standardConfig: the INI file that is read where
-    /// the command line names none; it need not exist.
-    OptionReader(const QString &environmentToken, const QString &standardConfig);
+    /// @p environment gives the values of environment variables. @p standardConfig: the INI file that is read where the
+    /// command line names none; it need not exist.
+    OptionReader(runtime::SettingLookup environment, const QString &standardConfig);
 
     /// The options, where the command line (with the program's name first) asks to run with them. Else text() is to be
     /// printed, and isWrong() tells whether it is an error. Needs the application object.
@@ -34,13 +35,14 @@ private:
     QString token() const;
     QString mediaFolder();
     QString readableFile(const QString &name, const QString &preset);
-    QString role();
+    Role role();
+    runtime::NatsOptions nats();
     std::chrono::seconds seconds(const QString &name, int preset);
     void fail(const QString &why);
 
     QCommandLineParser m_parser;
     SettingsFile m_file;
-    QString m_environmentToken;
+    runtime::SettingLookup m_environment;
     QString m_standardConfig;
     QString m_text;
     bool m_wrong = false;

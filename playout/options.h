@@ -1,10 +1,25 @@
 #pragma once
 
+#include "nats/natsoptions.h"
+
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 namespace tavro::playout {
+
+/// Which part this program plays when several machines share one assistant.
+enum class Role {
+    All, ///< asks the service and shows the panel, as two machines in one program
+    Local, ///< the same with one controller, and without the messages between machines
+    Server, ///< asks the service for the client machines, and has no panel
+    Client, ///< shows the panel; another machine asks the service
+};
+
+/// As users write it: "all", "local", "server", "client".
+QString nameOf(Role role);
+std::optional<Role> roleNamed(const QString &name);
 
 /// What the program was asked for, by the command line, the environment and the INI file.
 struct Options {
@@ -15,7 +30,8 @@ struct Options {
     QString mediaFolder; ///< empty: no media but generated pictures
     QString language;
     QString themeFile; ///< a resource or a file
-    QString role;
+    Role role = Role::All;
+    runtime::NatsOptions nats; ///< Server and Client: where the machines meet
     QString scriptFile; ///< empty: no script
     std::chrono::seconds timeout{0};
     std::chrono::seconds tick{0};

@@ -95,15 +95,14 @@ QString readLimit(Words &words, ScriptStep &step)
 QString readCondition(Words &words, ScriptStep &step)
 {
     using Condition = ScriptStep::Condition;
-    static const QHash<QString, Condition> conditions{{QStringLiteral("visible"), Condition::Visible},
-                                                      {QStringLiteral("hidden"), Condition::Hidden},
-                                                      {QStringLiteral("enabled"), Condition::Enabled},
-                                                      {QStringLiteral("disabled"), Condition::Disabled},
-                                                      {QStringLiteral("text"), Condition::Text}};
+    static const QHash<QString, Condition> conditions{
+        {QStringLiteral("visible"), Condition::Visible}, {QStringLiteral("hidden"), Condition::Hidden},
+        {QStringLiteral("enabled"), Condition::Enabled}, {QStringLiteral("disabled"), Condition::Disabled},
+        {QStringLiteral("focused"), Condition::Focused}, {QStringLiteral("text"), Condition::Text}};
     const QString word = words.next();
     const auto found = conditions.constFind(word);
     if (found == conditions.constEnd())
-        return QStringLiteral("wait knows visible, hidden, enabled, disabled and text, not \"%1\"").arg(word);
+        return QStringLiteral("wait knows visible, hidden, enabled, disabled, focused and text, not \"%1\"").arg(word);
     step.condition = *found;
     return {};
 }
@@ -135,6 +134,7 @@ const QHash<QString, Command> &commands()
                                              {QStringLiteral("click"), {Kind::Click, readWidget}},
                                              {QStringLiteral("hover"), {Kind::Hover, readWidget}},
                                              {QStringLiteral("wait"), {Kind::Wait, readWait}},
+                                             {QStringLiteral("tell"), {Kind::Tell, readWidget}},
                                              {QStringLiteral("size"), {Kind::Resize, readSize}},
                                              {QStringLiteral("screenshot"), {Kind::Screenshot, readFile}},
                                              {QStringLiteral("quit"), {Kind::Quit, readQuit}}};

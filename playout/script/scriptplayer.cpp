@@ -1,6 +1,7 @@
 #include "script/scriptplayer.h"
 
 #include "script/userinput.h"
+#include "script/widgetreport.h"
 #include "script/widgetsearch.h"
 
 #include <QPixmap>
@@ -67,6 +68,8 @@ void ScriptPlayer::play(const ScriptStep &step)
         return point(step, userinput::hover);
     case ScriptStep::Kind::Wait:
         return startWaiting();
+    case ScriptStep::Kind::Tell:
+        return tell(step);
     case ScriptStep::Kind::Screenshot:
         return takeScreenshot(step);
     case ScriptStep::Kind::Resize:
@@ -138,6 +141,8 @@ bool ScriptPlayer::holds(const ScriptStep &step) const
         return !visible.isEmpty() && visible.last()->isEnabled();
     case ScriptStep::Condition::Disabled:
         return !visible.isEmpty() && !visible.last()->isEnabled();
+    case ScriptStep::Condition::Focused:
+        return !visible.isEmpty() && visible.last()->hasFocus();
     case ScriptStep::Condition::Text:
         break;
     }
@@ -155,6 +160,15 @@ QString ScriptPlayer::whatIsThere(const ScriptStep &step) const
     return QStringLiteral("\"%1\" is %2 and shows \"%3\"")
         .arg(step.widget, visible.last()->isEnabled() ? QStringLiteral("enabled") : QStringLiteral("disabled"),
              shownText(*visible.last()));
+}
+
+void ScriptPlayer::tell(const ScriptStep &step)
+{
+    const QList<QWidget *> widgets = visibleWidgets(step.widget);
+    if (widgets.isEmpty())
+        return fail(QStringLiteral("no \"%1\" is to be seen").arg(step.widget));
+    Q_EMIT sigTold(reportOn(*widgets.last()));
+    done();
 }
 
 void ScriptPlayer::takeScreenshot(const ScriptStep &step)

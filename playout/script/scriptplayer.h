@@ -24,6 +24,7 @@ public:
 
 Q_SIGNALS:
     void sigQuit(); ///< the step quit was reached
+    void sigTold(const QString &line); ///< the step tell: a control as reportOn() has it
     void sigFailed(const QString &why); ///< "line N: what went wrong"
 
 private:
@@ -40,6 +41,7 @@ private:
     void look();
     bool holds(const ScriptStep &step) const;
     QString whatIsThere(const ScriptStep &step) const;
+    void tell(const ScriptStep &step);
     void takeScreenshot(const ScriptStep &step);
 
     std::vector<ScriptStep> m_steps;

@@ -10,12 +10,12 @@ namespace tavro::playout {
 
 /// One step of a script.
 struct ScriptStep {
-    enum class Kind { Type, Press, Click, Hover, Wait, Screenshot, Resize, Quit };
-    enum class Condition { Visible, Hidden, Enabled, Disabled, Text };
+    enum class Kind { Type, Press, Click, Hover, Wait, Tell, Screenshot, Resize, Quit };
+    enum class Condition { Visible, Hidden, Enabled, Disabled, Focused, Text };
 
     Kind kind = Kind::Quit;
     int line = 0; ///< in the file, from 1
-    QString widget; ///< Click, Hover, Wait: name of the control
+    QString widget; ///< Click, Hover, Wait, Tell: name of the control
     QString text; ///< Type: what is typed; Wait for Text: what must be shown; Screenshot: the file
     int key = 0; ///< Press: a Qt::Key with its modifiers
     Condition condition = Condition::Visible;

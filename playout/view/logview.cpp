@@ -51,9 +51,9 @@ void LogView::addRefused(const QString &text)
     add(QStringLiteral("Refused: ") + text, m_alert);
 }
 
-void LogView::addRemark(const QString &text)
+void LogView::addRemark(const QString &text, bool isGood)
 {
-    add(text, m_alert);
+    add(text, isGood ? m_normal : m_alert);
 }
 
 void LogView::add(const QString &text, const QString &color)

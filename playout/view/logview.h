@@ -8,7 +8,7 @@ namespace tavro::playout {
 
 class HostTheme;
 
-/// What the assistant's commands came to, a line each; those that were refused stand out.
+/// What the assistant's commands came to, and what happened besides, a line each. What is not well stands out.
 class LogView : public QFrame {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
 
     void addDone(const QString &text);
     void addRefused(const QString &text);
-    void addRemark(const QString &text);
+    void addRemark(const QString &text, bool isGood);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -52,13 +52,17 @@ MainWindow::MainWindow(const StageParts &parts, QWidget *panel)
     setObjectName(QStringLiteral("playout"));
     setWindowTitle(QStringLiteral("Playout"));
     buildMiddle(parts);
-    buildDock(panel);
+    if (panel)
+        buildDock(panel);
     statusBar()->setSizeGripEnabled(false);
     statusBar()->setContentsMargins(0, 0, 0, 0);
     statusBar()->addWidget(m_status, 1);
     resize(standardSize);
     addShortcuts();
-    panel->setFocus();
+    if (panel)
+        panel->setFocus();
+    else
+        m_library->focusSearch();
 }
 
 void MainWindow::buildMiddle(const StageParts &parts)
@@ -89,6 +93,7 @@ void MainWindow::buildDock(QWidget *panel)
     m_dock->setWidget(panel);
     addDockWidget(Qt::RightDockWidgetArea, m_dock);
     m_status->assistantButton().setChecked(true);
+    m_status->assistantButton().show();
     connect(&m_status->assistantButton(), &QPushButton::clicked, this, &MainWindow::setAssistantShown);
     connect(m_dock, &QDockWidget::visibilityChanged, &m_status->assistantButton(), &QPushButton::setChecked);
 }
@@ -106,14 +111,19 @@ void MainWindow::addShortcuts()
 
 bool MainWindow::isAssistantShown() const
 {
-    return !m_dock->isHidden();
+    return m_dock && !m_dock->isHidden();
 }
 
 void MainWindow::setAssistantShown(bool shown)
 {
+    if (!m_dock)
+        return;
+    const bool comesBack = shown && m_dock->isHidden();
     m_dock->setVisible(shown);
     if (shown)
         m_dock->widget()->setFocus(Qt::ShortcutFocusReason);
+    if (comesBack)
+        Q_EMIT sigAssistantShown();
 }
 
 void MainWindow::showResult(const QString &text, bool isDone)
@@ -125,9 +135,9 @@ void MainWindow::showResult(const QString &text, bool isDone)
     m_status->showCommand(isDone ? text : QStringLiteral("Refused: ") + text, isDone);
 }
 
-void MainWindow::showRemark(const QString &text)
+void MainWindow::showRemark(const QString &text, bool isGood)
 {
-    m_stage->log().addRemark(text);
+    m_stage->log().addRemark(text, isGood);
 }
 
 } // namespace tavro::playout

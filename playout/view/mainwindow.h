@@ -16,7 +16,7 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// @p panel is the assistant's widget; the window owns it from now on.
+    /// @p panel is the assistant's widget; the window owns it from now on. Null: this machine shows no assistant.
     MainWindow(const StageParts &parts, QWidget *panel);
 
     StatusLine &statusLine() { return *m_status; }
@@ -25,7 +25,7 @@ public:
     void showResult(const QString &text, bool isDone);
 
     /// Shows something that the operator should know.
-    void showRemark(const QString &text);
+    void showRemark(const QString &text, bool isGood);
 
     bool isAssistantShown() const;
     void setAssistantShown(bool shown); ///< shown, it gets the keyboard
@@ -34,6 +34,7 @@ Q_SIGNALS:
     void sigMediaChosen(const QString &mediaId, int layer);
     void sigPlayClicked(int layer);
     void sigStopClicked(int layer);
+    void sigAssistantShown(); ///< the assistant was hidden and is to be seen again
 
 private:
     void buildMiddle(const StageParts &parts);
@@ -42,7 +43,7 @@ private:
 
     LibraryPanel *m_library = nullptr;
     StagePanel *m_stage = nullptr;
-    QDockWidget *m_dock = nullptr;
+    QDockWidget *m_dock = nullptr; // null where there is no assistant
     StatusLine *m_status = nullptr;
 };
 

@@ -52,6 +52,7 @@ StatusLine::StatusLine()
     setFixedHeight(lineHeight);
     m_assistant->setObjectName(QStringLiteral("assistantButton"));
     m_assistant->setCheckable(true);
+    m_assistant->hide();
     m_assistant->setFixedHeight(buttonHeight);
     m_assistant->setToolTip(QStringLiteral("Shows or hides the assistant"));
     auto *const line = new QHBoxLayout(this);
@@ -71,9 +72,9 @@ void StatusLine::showRole(const QString &role)
     m_role->setText(QStringLiteral("Role: %1").arg(role));
 }
 
-void StatusLine::showRuntime(const QString &runtime)
+void StatusLine::showRuntime(const QString &runtime, bool isGood)
 {
-    m_runtime->setText(QStringLiteral("Runtime: %1").arg(runtime));
+    showText(*m_runtime, QStringLiteral("Runtime: %1").arg(runtime), isGood);
 }
 
 void StatusLine::showService(const QString &address, const QString &state, bool isGood)

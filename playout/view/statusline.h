@@ -18,11 +18,12 @@ public:
     StatusLine();
 
     void showRole(const QString &role);
-    void showRuntime(const QString &runtime);
+    void showRuntime(const QString &runtime, bool isGood);
     void showService(const QString &address, const QString &state, bool isGood);
     void showCommand(const QString &text, bool isGood);
 
-    QPushButton &assistantButton() { return *m_assistant; } ///< checked while the assistant is to be seen
+    /// Checked while the assistant is to be seen. Hidden at first: there may be none.
+    QPushButton &assistantButton() { return *m_assistant; }
 
 private:
     QLabel *m_role = nullptr;

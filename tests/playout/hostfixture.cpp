@@ -35,7 +35,7 @@ HostFixture::HostFixture()
     options.service = server.url();
     options.mediaFolder = media.path();
     options.language = QStringLiteral("en");
-    options.role = QStringLiteral("all");
+    options.role = playout::Role::Local;
     options.themeFile = QStringLiteral(":/aiassistant/theme/default_aiassistant.theme");
     options.timeout = std::chrono::seconds(60);
     options.tick = std::chrono::seconds(1);

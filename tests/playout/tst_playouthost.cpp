@@ -11,6 +11,25 @@
 using namespace tavro::playout;
 using namespace tavro::testsupport;
 using tavro::aiassistant::AgentCmd;
+using tavro::playout::Role;
+
+Q_DECLARE_METATYPE(tavro::playout::Role)
+
+namespace {
+
+ScriptedAnswer accepted()
+{
+    const QJsonObject data{{QStringLiteral("reqId"), QStringLiteral("r")}};
+    return ScriptedAnswer::json({{QStringLiteral("code"), 0}, {QStringLiteral("data"), data}});
+}
+
+ScriptedAnswer ready(const QJsonArray &answers)
+{
+    const QJsonObject data{{QStringLiteral("answers"), answers}};
+    return ScriptedAnswer::json({{QStringLiteral("code"), 0}, {QStringLiteral("data"), data}});
+}
+
+} // namespace
 
 class PlayoutHostTest : public QObject {
     Q_OBJECT
@@ -22,12 +41,21 @@ private Q_SLOTS:
     void commandIsCarriedOutAndShown();
     void refusedCommandIsLoggedAndChangesNothing();
     void commandTextIsNoMarkup();
+    void savedPictureJoinsTheLibraryAndTheAssistantsList_data() { roles(); }
     void savedPictureJoinsTheLibraryAndTheAssistantsList();
+    void unreachableServiceIsShown_data() { roles(); }
     void unreachableServiceIsShown();
+    void everyQuestionGetsTheWholeTime_data() { roles(); }
     void everyQuestionGetsTheWholeTime();
+    void unreadableAnswerDoesNotHoldUpTheNextQuestion_data() { roles(); }
+    void unreadableAnswerDoesNotHoldUpTheNextQuestion();
+    void theEndTakesAllWithIt_data() { roles(); }
     void theEndTakesAllWithIt();
 
 private:
+    static void roles();
+    bool startInRole();
+
     std::unique_ptr<HostFixture> f;
 };
 
@@ -35,6 +63,21 @@ void PlayoutHostTest::init()
 {
     f = std::make_unique<HostFixture>();
     QVERIFY(f->start());
+}
+
+// As one controller, and as two with the messages of several machines between them.
+void PlayoutHostTest::roles()
+{
+    QTest::addColumn<Role>("role");
+    for (const Role role : {Role::Local, Role::All})
+        QTest::newRow(qPrintable(nameOf(role))) << role;
+}
+
+bool PlayoutHostTest::startInRole()
+{
+    QFETCH(Role, role);
+    f->options.role = role;
+    return f->start();
 }
 
 void PlayoutHostTest::panelGetsTheFinishedSheet()
@@ -91,6 +134,7 @@ void PlayoutHostTest::commandTextIsNoMarkup()
 
 void PlayoutHostTest::savedPictureJoinsTheLibraryAndTheAssistantsList()
 {
+    QVERIFY(startInRole());
     QFile file(f->media.filePath(QStringLiteral("harbour.png")));
     QVERIFY(file.open(QFile::ReadOnly));
     f->server.expect("GET", "/picture", ScriptedAnswer::bytes(file.readAll(), "image/png"));
@@ -107,6 +151,7 @@ void PlayoutHostTest::savedPictureJoinsTheLibraryAndTheAssistantsList()
 
 void PlayoutHostTest::unreachableServiceIsShown()
 {
+    QVERIFY(startInRole());
     QCOMPARE(f->labelText("statusService"), QStringLiteral("Service: not asked yet"));
     f->server.stopListening();
     HostFixture::controller->textToGenerateText(QStringLiteral("hello"));
@@ -117,25 +162,17 @@ void PlayoutHostTest::unreachableServiceIsShown()
 void PlayoutHostTest::everyQuestionGetsTheWholeTime()
 {
     f->options.timeout = std::chrono::seconds(6);
-    QVERIFY(f->start());
-    const auto accepted =
-        ScriptedAnswer::json({{QStringLiteral("code"), 0},
-                              {QStringLiteral("data"), QJsonObject{{QStringLiteral("reqId"), QStringLiteral("r")}}}});
-    f->server.always("POST", "/ai/texttotext/generate/", accepted);
+    QVERIFY(startInRole());
+    f->server.always("POST", "/ai/texttotext/generate/", accepted());
     int answers = 0;
     bool timedOut = false;
-    QObject context;
     HostFixture::controller->sigGenerateTextFinished.connect(
         [&](const tavro::aiassistant::TextGeneratedPack &) { ++answers; });
     HostFixture::controller->sigRequestTimeout.connect(
         [&](const tavro::aiassistant::ChatItemBasic &) { timedOut = true; });
     for (int question = 1; question <= 4; ++question) {
         f->server.expect("POST", "/ai/result/filter/", ScriptedAnswer::json({{QStringLiteral("code"), 1}}));
-        f->server.expect(
-            "POST", "/ai/result/filter/",
-            ScriptedAnswer::json({{QStringLiteral("code"), 0},
-                                  {QStringLiteral("data"),
-                                   QJsonObject{{QStringLiteral("answers"), QJsonArray{QStringLiteral("yes")}}}}}));
+        f->server.expect("POST", "/ai/result/filter/", ready({QStringLiteral("yes")}));
         HostFixture::controller->textToGenerateText(QStringLiteral("question"));
         QVERIFY(eventually([&] { return answers == question || timedOut; }));
         QVERIFY(!timedOut);
@@ -143,8 +180,22 @@ void PlayoutHostTest::everyQuestionGetsTheWholeTime()
     QCOMPARE(f->labelText("statusService"), QStringLiteral("Service: answering"));
 }
 
+// The controller leaves such a poll open, and no other follows while one is open.
+void PlayoutHostTest::unreadableAnswerDoesNotHoldUpTheNextQuestion()
+{
+    QVERIFY(startInRole());
+    f->server.always("POST", "/ai/texttotext/generate/", accepted());
+    f->server.expect("POST", "/ai/result/filter/", ready({}));
+    HostFixture::controller->textToGenerateText(QStringLiteral("one"));
+    QTRY_COMPARE_WITH_TIMEOUT(f->labelText("statusService"), QStringLiteral("Service: not reachable"), 20000);
+    f->server.expect("POST", "/ai/result/filter/", ready({QStringLiteral("yes")}));
+    HostFixture::controller->textToGenerateText(QStringLiteral("two"));
+    QTRY_COMPARE_WITH_TIMEOUT(f->labelText("statusService"), QStringLiteral("Service: answering"), 20000);
+}
+
 void PlayoutHostTest::theEndTakesAllWithIt()
 {
+    QVERIFY(startInRole());
     const QPointer<QWidget> panel = &f->child<QWidget>("panel");
     bool panelWentFirst = false;
     connect(HostFixture::controller, &QObject::destroyed, this, [&] { panelWentFirst = panel.isNull(); });

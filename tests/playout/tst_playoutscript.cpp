@@ -72,6 +72,7 @@ private Q_SLOTS:
     void failsAtRun_data();
     void failsAtRun();
     void aCoveredControlCannotBeClicked();
+    void tellsOfControls();
     void takesScreenshots();
     void resizes();
     void quitEndsTheScript();
@@ -82,6 +83,7 @@ private:
 
     std::unique_ptr<Window> window;
     std::unique_ptr<ScriptPlayer> player;
+    QStringList told;
     QString failure;
 };
 
@@ -104,6 +106,8 @@ bool PlayoutScriptTest::play(const QString &script)
     }
     player = std::make_unique<ScriptPlayer>(parsed.steps, *window);
     QSignalSpy ended(player.get(), &ScriptPlayer::sigQuit);
+    told.clear();
+    connect(player.get(), &ScriptPlayer::sigTold, this, [this](const QString &line) { told << line; });
     connect(player.get(), &ScriptPlayer::sigFailed, this, [this](const QString &why) { failure = why; });
     player->start();
     return eventually([&] { return ended.count() > 0 || !failure.isEmpty(); }) && failure.isEmpty();
@@ -173,6 +177,8 @@ void PlayoutScriptTest::failsAtRun_data()
     row("wait 0.1 visible hidden", "waited in vain; \"hidden\" is hidden");
     row("wait 0.1 enabled off", "waited in vain; \"off\" is disabled and shows \"Off\"");
     row("wait 0.1 text button Stop", "waited in vain; \"button\" is enabled and shows \"Go\"");
+    row("wait 0.1 focused button", "waited in vain; \"button\" is enabled and shows \"Go\"");
+    row("tell hidden", "no \"hidden\" is to be seen");
     row("screenshot /nowhere/a.png", "cannot write /nowhere/a.png");
 }
 
@@ -191,6 +197,22 @@ void PlayoutScriptTest::aCoveredControlCannotBeClicked()
     cover.show();
     QVERIFY(!play(QStringLiteral("click button")));
     QCOMPARE(failure, QStringLiteral("line 1: something lies over \"button\""));
+}
+
+void PlayoutScriptTest::tellsOfControls()
+{
+    QVERIFY2(play(QStringLiteral("click edit\nwait 5 focused edit\ntype two words\ntell edit\ntell off")),
+             qPrintable(failure));
+    QCOMPARE(told.size(), 2);
+    const QPoint place = window->edit->mapToGlobal(QPoint());
+    QCOMPARE(told.at(0),
+             QStringLiteral("{\"enabled\":true,\"height\":%1,\"name\":\"edit\",\"text\":\"two words\",\"width\":%2,"
+                            "\"x\":%3,\"y\":%4}")
+                 .arg(window->edit->height())
+                 .arg(window->edit->width())
+                 .arg(place.x())
+                 .arg(place.y()));
+    QVERIFY(told.at(1).startsWith(QStringLiteral("{\"enabled\":false,")));
 }
 
 void PlayoutScriptTest::takesScreenshots()

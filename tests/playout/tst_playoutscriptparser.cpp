@@ -27,9 +27,11 @@ void PlayoutScriptParserTest::readsEveryStep()
                                                      "wait 1 text label some words\n"
                                                      "size 1600 900\n"
                                                      "screenshot a b.png\n"
+                                                     "wait 1 focused a\n"
+                                                     "tell label\n"
                                                      "quit\r\n"));
     QCOMPARE(script.errors, QStringList());
-    QCOMPARE(script.steps.size(), std::size_t(11));
+    QCOMPARE(script.steps.size(), std::size_t(13));
     QCOMPARE(script.steps[0].text, QStringLiteral("a b"));
     QCOMPARE(script.steps[1].key, int(Qt::CTRL) + int(Qt::SHIFT) + int(Qt::Key_A));
     QCOMPARE(script.steps[2].widget, QStringLiteral("send"));
@@ -41,7 +43,10 @@ void PlayoutScriptParserTest::readsEveryStep()
     QCOMPARE(script.steps[7].text, QStringLiteral("some words"));
     QCOMPARE(script.steps[8].size, QSize(1600, 900));
     QCOMPARE(script.steps[9].text, QStringLiteral("a b.png"));
-    QVERIFY(script.steps[10].kind == ScriptStep::Kind::Quit);
+    QVERIFY(script.steps[10].condition == ScriptStep::Condition::Focused);
+    QVERIFY(script.steps[11].kind == ScriptStep::Kind::Tell);
+    QCOMPARE(script.steps[11].widget, QStringLiteral("label"));
+    QVERIFY(script.steps[12].kind == ScriptStep::Kind::Quit);
 }
 
 void PlayoutScriptParserTest::commentsAndEmptyLinesCount()
@@ -72,12 +77,13 @@ void PlayoutScriptParserTest::refuses_data()
     row("wait -1 visible a", "wait takes a number of seconds up to 3600, not \"-1\"");
     row("wait nan visible a", "wait takes a number of seconds up to 3600, not \"nan\"");
     row("wait 9999 visible a", "wait takes a number of seconds up to 3600, not \"9999\"");
-    row("wait 1 green a", "wait knows visible, hidden, enabled, disabled and text, not \"green\"");
+    row("wait 1 green a", "wait knows visible, hidden, enabled, disabled, focused and text, not \"green\"");
     row("wait 1 visible", "the control's name is missing");
     row("wait 1 text a", "wait for text takes the control's name and the text");
     row("size 100", "size takes width and height, from 1 to 16384");
     row("size 0 5", "size takes width and height, from 1 to 16384");
     row("size 5 5 5", "size takes width and height, from 1 to 16384");
+    row("tell", "the control's name is missing");
     row("screenshot", "the file's name is missing");
     row("quit now", "too much: \"now\"");
 }

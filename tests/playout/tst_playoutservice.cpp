@@ -235,8 +235,9 @@ void PlayoutServiceTest::scriptThatWaitsInVainEndsWithOne()
 
 void PlayoutServiceTest::wrongOptionsEndWithTwo()
 {
-    QCOMPARE(run({QStringLiteral("--role=server")}), 2);
-    QVERIFY2(errors.contains(QStringLiteral("playout: role is neither all nor local: server")), qPrintable(errors));
+    QCOMPARE(run({QStringLiteral("--role=boss")}), 2);
+    QVERIFY2(errors.contains(QStringLiteral("playout: role is none of all, local, server and client: boss")),
+             qPrintable(errors));
 }
 
 void PlayoutServiceTest::withoutDisplayOnlyAScriptIsPlayed()
