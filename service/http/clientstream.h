@@ -40,6 +40,7 @@ private:
 
     bool waitFor(short event);
     bool fillBuffer();
+    void acknowledgeAtOnce() const;
     void countBytes(size_t size);
 
     const socket_t m_socket;
