@@ -17,7 +17,8 @@ class ServerListener;
 ///
 /// It has a thread of its own, so that it answers also while the test's thread blocks. All operations may be called
 /// from any thread but the server's. Each method and target has its own row of answers, taken in turn; when the row is
-/// used up, the default is given; where there is none, the request counts as a leftover and gets a 404.
+/// used up, the default is given; where there is none within five seconds, the request counts as a leftover and gets a
+/// 404.
 class ScriptedServer {
 public:
     ScriptedServer(); ///< listens at once

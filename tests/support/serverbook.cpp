@@ -4,6 +4,9 @@ namespace tavro::testsupport {
 
 namespace {
 
+// A test that acts first and scripts the answer then is slower than the request on some days.
+constexpr std::chrono::seconds patience{5};
+
 QByteArray keyOf(const QByteArray &method, const QByteArray &target)
 {
     return method + ' ' + target;
@@ -22,19 +25,22 @@ void ServerBook::expect(const QByteArray &method, const QByteArray &target, cons
 {
     const std::lock_guard lock(m_mutex);
     m_steps[keyOf(method, target)].append(answer);
+    m_changed.notify_all();
 }
 
 void ServerBook::always(const QByteArray &method, const QByteArray &target, const ScriptedAnswer &answer)
 {
     const std::lock_guard lock(m_mutex);
     m_defaults.insert(keyOf(method, target), answer);
+    m_changed.notify_all();
 }
 
 ScriptedAnswer ServerBook::answerTo(const HttpRequest &request)
 {
-    const std::lock_guard lock(m_mutex);
+    std::unique_lock lock(m_mutex);
     note(request);
     const QByteArray key = keyOf(request.method, request.target);
+    m_changed.wait_for(lock, patience, [&] { return !m_steps.value(key).isEmpty() || m_defaults.contains(key); });
     const auto steps = m_steps.find(key);
     if (steps != m_steps.end() && !steps->isEmpty())
         return steps->takeFirst();
