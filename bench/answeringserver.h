@@ -7,7 +7,8 @@
 /// An AI service that answers at once, in a thread of its own: each request by its path, one request per connection.
 class AnsweringServer {
 public:
-    AnsweringServer();
+    /// Where there is a @p picture, its address is the answer to what is asked.
+    explicit AnsweringServer(const QByteArray &picture = {});
     ~AnsweringServer();
 
     AnsweringServer(const AnsweringServer &) = delete;
@@ -18,7 +19,9 @@ public:
 
 private:
     void serve();
+    QByteArray reply(const QByteArray &request) const;
 
+    const QByteArray m_picture;
     QThread m_thread;
     QTcpServer m_server;
 };

@@ -3,23 +3,15 @@
 #include "aicontroller/aicontroller_p.h"
 #include "aicontroller/servicemessages.h"
 #include "answeringserver.h"
+#include "eventloop.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <QUrl>
 
 namespace tavro::aiassistant {
 
 namespace {
-
-template <typename Condition>
-void processEventsUntil(Condition condition)
-{
-    while (!condition())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
 
 // The conversation is begun anew each time, so that all questions are of one size. The poll comes as soon as the id is
 // there: the poll interval is not what is measured.

@@ -11,6 +11,22 @@
 using namespace tavro::aiassistant;
 using namespace tavro::testsupport;
 
+namespace {
+
+class StyledButton : public QPushButton {
+public:
+    int styleChanges = 0;
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        styleChanges += event->type() == QEvent::StyleChange ? 1 : 0;
+        QPushButton::changeEvent(event);
+    }
+};
+
+} // namespace
+
 class TestTheme : public QObject {
     Q_OBJECT
 
@@ -23,6 +39,7 @@ private Q_SLOTS:
     void folderOfAHostIsRead();
     void unknownThemeChangesNothing();
     void applicationIsDressedFromTheTheme();
+    void equalSheetIsNotSetAgain();
     void unknownThemeKeepsTheApplicationDressed();
 
 private:
@@ -86,6 +103,22 @@ void TestTheme::applicationIsDressedFromTheTheme()
     QVERIFY(!qApp->styleSheet().contains(QStringLiteral("aiassistant.theme.")));
     const QColor brand(theme.color(QStringLiteral("GeneralButtonBackgroundNormal")));
     QCOMPARE(button.grab().toImage().pixelColor(4, 16), brand);
+}
+
+void TestTheme::equalSheetIsNotSetAgain()
+{
+    Theme theme(QStringLiteral("t"));
+    changeAppStyleSheet(&theme, QStringLiteral("aiassistant"), QStringLiteral("default"));
+    StyledButton button;
+    button.show();
+    button.styleChanges = 0;
+    changeAppStyleSheet(&theme, QStringLiteral("aiassistant"), QStringLiteral("default"));
+    QCOMPARE(button.styleChanges, 0);
+    qApp->setStyleSheet(QString());
+    QVERIFY(button.styleChanges > 0);
+    button.styleChanges = 0;
+    changeAppStyleSheet(&theme, QStringLiteral("aiassistant"), QStringLiteral("default"));
+    QVERIFY(button.styleChanges > 0);
 }
 
 void TestTheme::unknownThemeKeepsTheApplicationDressed()

@@ -26,7 +26,10 @@ void changeAppStyleSheet(ZT::Theme *theme, const QString &a, const QString &b)
         qCWarning(lcTheme) << "no QApplication is running, so no style sheet is set";
         return;
     }
-    application->setStyleSheet(ZT::findStyleSheet(theme, themenames::applicationSheets(), themenames::prefix()));
+    const QString sheet = ZT::findStyleSheet(theme, themenames::applicationSheets(), themenames::prefix());
+    // Setting an equal sheet costs as much as a new one.
+    if (application->styleSheet() != sheet)
+        application->setStyleSheet(sheet);
 }
 
 } // namespace tavro::aiassistant

@@ -7,11 +7,12 @@
 
 namespace tavro::aiassistant {
 
+// Without its parent, the view is soon set up: there is no style sheet yet, and no other widget in its window.
 AutoResizeTextBrowser::AutoResizeTextBrowser(QWidget *parent)
-    : QTextBrowser(parent)
-    , d(std::make_unique<Private>(this))
+    : d(std::make_unique<Private>(this))
 {
     d->setUp();
+    setParent(parent);
 }
 
 AutoResizeTextBrowser::~AutoResizeTextBrowser() = default;

@@ -34,7 +34,6 @@ private:
     void setUpTimers();
     void setUpView();
     void setUpColours();
-    void keepUnscrolled(QScrollBar *bar);
 
     void showAnew(int count, bool cursor);
     void showOneMore(int count, bool cursor);

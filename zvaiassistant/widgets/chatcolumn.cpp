@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace tavro::aiassistant {
 
@@ -16,13 +17,13 @@ ChatColumn *columnOf(const QWidget *widget)
     return parent == nullptr ? nullptr : qobject_cast<ChatColumn *>(parent->layout());
 }
 
-// What is left to be laid out in a widget, from the innermost outwards: later it would be a change of its own.
-void layOutWithin(QWidget &widget)
+// From the innermost outwards, as their layouts ask for it.
+void sendPostedWithin(QWidget &widget, QEvent::Type type)
 {
     const QList<QWidget *> inner = widget.findChildren<QWidget *>();
     for (auto child = inner.crbegin(); child != inner.crend(); ++child)
-        QCoreApplication::sendPostedEvents(*child, QEvent::LayoutRequest);
-    QCoreApplication::sendPostedEvents(&widget, QEvent::LayoutRequest);
+        QCoreApplication::sendPostedEvents(*child, type);
+    QCoreApplication::sendPostedEvents(&widget, type);
 }
 
 } // namespace
@@ -40,7 +41,8 @@ ChatColumn::ItemChange::~ItemChange()
 {
     if (m_index < 0)
         return;
-    layOutWithin(*m_widget);
+    // Later it would be a change of its own.
+    sendPostedWithin(*m_widget, QEvent::LayoutRequest);
     --m_column->m_changes;
     m_column->changed(m_index);
 }
@@ -49,7 +51,8 @@ ChatColumn::ChatColumn(QWidget *parent)
     : QVBoxLayout(parent)
 { }
 
-// The widget is shown here: the base class would show it from the event loop, which were a change of its own.
+// The widget is shown here: the base class would show it from the event loop, which were a change of its own. And
+// show() would have an enabled column lay out all its items.
 void ChatColumn::append(QWidget *widget)
 {
     const int index = std::max(count() - 1, 0);
@@ -59,9 +62,28 @@ void ChatColumn::append(QWidget *widget)
     if (complete)
         m_rows.insert(m_rows.begin() + index, Row{});
     changed(index);
+    setEnabled(false);
     widget->show();
-    layOutWithin(*widget);
+    setEnabled(true);
+    // New buttons ask for a new layout when they are polished, which otherwise is up to the event loop too.
+    sendPostedWithin(*widget, QEvent::PolishRequest);
+    sendPostedWithin(*widget, QEvent::LayoutRequest);
     --m_changes;
+    layOut();
+}
+
+void ChatColumn::layOut()
+{
+    m_passOver = true;
+    activate();
+    m_passOver = false;
+}
+
+// Before it places anything, activate() has each item forget its sizes, from the first to the one that is not there.
+// The items keep none, and the rows know which of them have changed.
+QLayoutItem *ChatColumn::itemAt(int index) const
+{
+    return std::exchange(m_passOver, false) ? nullptr : QVBoxLayout::itemAt(index);
 }
 
 void ChatColumn::remove(const QWidget *widget)
@@ -176,7 +198,7 @@ void ChatColumn::forgetRows() const
 
 int ChatColumn::measured(int index) const
 {
-    QLayoutItem *const item = itemAt(index);
+    QLayoutItem *const item = QVBoxLayout::itemAt(index);
     if (item->isEmpty())
         return nothing;
     return item->sizeHint().expandedTo(item->minimumSize()).boundedTo(item->maximumSize()).height();
@@ -208,7 +230,7 @@ void ChatColumn::place(const QRect &room, bool moved)
     for (; m_firstUnplaced < count(); ++m_firstUnplaced) {
         Row &row = m_rows[static_cast<std::size_t>(m_firstUnplaced)];
         if (row.height != nothing && (moved || row.top != row.placedTop || row.height != row.placedHeight))
-            itemAt(m_firstUnplaced)->setGeometry({room.x(), room.y() + row.top, room.width(), row.height});
+            QVBoxLayout::itemAt(m_firstUnplaced)->setGeometry({room.x(), room.y() + row.top, room.width(), row.height});
         row.placedTop = row.top;
         row.placedHeight = row.height;
     }

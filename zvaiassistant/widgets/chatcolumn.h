@@ -39,6 +39,10 @@ public:
     /// Takes @p widget out, for the caller to delete. Nothing happens where it is not in the column.
     void remove(const QWidget *widget);
 
+    /// Places what is to be placed, where anything is. The event loop would do it later, and slower.
+    void layOut();
+
+    QLayoutItem *itemAt(int index) const override;
     void invalidate() override;
     void setGeometry(const QRect &rect) override;
     QLayoutItem *takeAt(int index) override;
@@ -74,6 +78,7 @@ private:
     mutable int m_firstUnplaced = 0;
     mutable int m_unexplained = 0; ///< requests for a new layout that came with no ItemChange
     int m_changes = 0; ///< ItemChanges that live
+    mutable bool m_passOver = false; ///< the next item asked for is said not to be there
     QRect m_placed;
 };
 

@@ -2,6 +2,7 @@
 #include "heldbrowser.h"
 
 #include <QClipboard>
+#include <QPointer>
 #include <QScrollBar>
 
 using namespace tavro::aiassistant;
@@ -43,6 +44,7 @@ private Q_SLOTS:
     void selectionIsNotSeenInAnInactiveWindow();
     void wheelIsLeftToTheList();
     void doesNotScroll();
+    void scrollBarsGoWithTheBrowser();
     void paintedPartlyLikeWhole_data();
     void paintedPartlyLikeWhole();
 };
@@ -348,6 +350,23 @@ void TestAutoResizeTextBrowser::doesNotScroll()
     QCoreApplication::processEvents();
     QCOMPARE(browser.horizontalScrollBar()->maximum(), 0);
     QCOMPARE(browser.verticalScrollBar()->maximum(), 0);
+}
+
+// They are not its children, lest they take part in the panel's style.
+void TestAutoResizeTextBrowser::scrollBarsGoWithTheBrowser()
+{
+    QWidget panel;
+    const int before = QApplication::allWidgets().size();
+    auto *const browser = new AutoResizeTextBrowser(&panel);
+    QVERIFY(browser->findChildren<QScrollBar *>().isEmpty());
+    const QPointer<QScrollBar> down = browser->verticalScrollBar();
+    const QPointer<QScrollBar> across = browser->horizontalScrollBar();
+    browser->showText(QStringLiteral("some text\nin lines"));
+    panel.show();
+    QVERIFY(down && across && !down->isVisible() && !across->isVisible());
+    delete browser;
+    QVERIFY(!down && !across);
+    QCOMPARE(QApplication::allWidgets().size(), before);
 }
 
 void TestAutoResizeTextBrowser::paintedPartlyLikeWhole_data()

@@ -3,6 +3,7 @@
 #include "heldbrowser.h"
 #include "widgets/chatcolumn.h"
 
+#include <QPushButton>
 #include <QRandomGenerator>
 
 using namespace tavro::aiassistant;
@@ -124,6 +125,9 @@ private Q_SLOTS:
     void changeThatIsAnnouncedMeasuresOneItem();
     void changeThatIsNotAnnouncedMeasuresAll();
     void appendMeasuresTheNewItemOnly();
+    void appendedItemIsInItsPlaceAtOnce();
+    void buttonsOfANewItemDoNotHaveAllMeasured();
+    void layingOutLosesNoItem();
     void removedItemLeavesNoGap();
     void otherWidthPlacesAllAnew();
     void changeOfAWidgetElsewhereIsHarmless();
@@ -171,6 +175,8 @@ void TestChatColumn::placesLikeAPlainOneAfterAnyChange()
             plain.boxes()[at]->setHidden(height % 2 == 0);
             break;
         }
+        if (random.bounded(3) == 0)
+            tested.layout->layOut();
         // Several changes may come before the layout is done.
         if (random.bounded(3) != 0)
             compare(tested, plain);
@@ -218,6 +224,45 @@ void TestChatColumn::appendMeasuresTheNewItemOnly()
     QVERIFY(box->isVisible());
     QCOMPARE(box->y(), 20 + 50 * 44);
     QCOMPARE(measuredIn(column), box->measured);
+}
+
+void TestChatColumn::appendedItemIsInItsPlaceAtOnce()
+{
+    Tested column;
+    fill(column, 3);
+    auto *const box = new Box(20);
+    column.layout->append(box);
+    QVERIFY(box->isVisible());
+    QCOMPARE(box->geometry(), QRect(20, 20 + 3 * 44, 160, 20));
+}
+
+// A button asks for a new layout when it has been polished, and that is left to the event loop.
+void TestChatColumn::buttonsOfANewItemDoNotHaveAllMeasured()
+{
+    Tested column;
+    fill(column, 50);
+    forgetMeasured(column);
+    auto *const box = new Box(20);
+    auto *const inside = new QVBoxLayout(box);
+    inside->addWidget(new QPushButton(box));
+    column.layout->append(box);
+    QCoreApplication::processEvents();
+    column.layout->append(new Box(20));
+    QCoreApplication::processEvents();
+    for (std::size_t index = 0; index < 50; ++index)
+        QCOMPARE(column.boxes()[index]->measured, 0);
+}
+
+void TestChatColumn::layingOutLosesNoItem()
+{
+    Tested column;
+    fill(column, 3);
+    column.layout->layOut(); // nothing is to be done
+    QCOMPARE(column.boxes().size(), std::size_t{3});
+    column.boxes()[0]->setBoxHeight(50);
+    column.layout->layOut();
+    QCOMPARE(column.boxes().size(), std::size_t{3});
+    QCOMPARE(column.boxes()[1]->y(), 20 + 50 + 24);
 }
 
 void TestChatColumn::removedItemLeavesNoGap()
