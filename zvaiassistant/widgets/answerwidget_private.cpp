@@ -2,6 +2,7 @@
 #include "widgets/answerwidget_p.h"
 #include "widgets/chatcolumn.h"
 #include "widgets/chatitems.h"
+#include "widgets/focusring.h"
 
 #include <QCoreApplication>
 #include <QPushButton>
@@ -81,6 +82,7 @@ void AnswerWidget::Private::buildScrollArea()
     itemsLayout->addStretch();
     scrollArea->setWidget(itemsWidget);
     scrollArea->setWidgetResizable(true);
+    new FocusRing(scrollArea);
 }
 
 QLayout *AnswerWidget::Private::makeClearRow()
@@ -91,6 +93,7 @@ QLayout *AnswerWidget::Private::makeClearRow()
     row->addStretch();
     clearButton = new QPushButton(q);
     clearButton->setObjectName(QStringLiteral("clearButton"));
+    clearButton->setAutoDefault(true); // Return presses it, not only the space bar
     connect(clearButton, &QPushButton::clicked, this, &Private::clearItems);
     row->addWidget(clearButton);
     return row;
@@ -99,6 +102,7 @@ QLayout *AnswerWidget::Private::makeClearRow()
 void AnswerWidget::Private::retranslate()
 {
     clearButton->setText(text("Clear"));
+    scrollArea->setAccessibleName(nameText("Conversation"));
     changeItems([](ChatItemWidget *item) { item->retranslate(); });
 }
 
@@ -243,7 +247,7 @@ void AnswerWidget::Private::scrollToBottomLater()
 void AnswerWidget::Private::scrollToBottom()
 {
     scrollPending = false;
-    QCoreApplication::sendPostedEvents(itemsWidget, QEvent::LayoutRequest);
+    itemsLayout->layOut();
     QCoreApplication::sendPostedEvents(scrollArea->viewport(), QEvent::LayoutRequest);
     QScrollBar *const bar = scrollArea->verticalScrollBar();
     bar->setValue(bar->maximum());

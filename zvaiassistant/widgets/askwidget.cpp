@@ -14,6 +14,7 @@
 #include <QTextEdit>
 
 #include <array>
+#include <utility>
 
 namespace tavro::aiassistant {
 
@@ -90,6 +91,14 @@ void AskWidget::Private::applyMode(int mode)
     ratio->setVisible(isPicture);
     style->setVisible(isPicture);
     updatePlaceholder();
+    letTabReachChosenMode();
+}
+
+// As with all buttons of which one is chosen: the arrow keys go on to the other.
+void AskWidget::Private::letTabReachChosenMode()
+{
+    for (QPushButton *const button : {askAndAnswer, generateImage})
+        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void AskWidget::Private::updatePlaceholder()
@@ -198,6 +207,12 @@ void AskWidget::Private::retranslate()
     stop->setText(text("Stop"));
     for (int entry = 0; entry < style->count(); ++entry)
         style->setItemText(entry, text(qPrintable(QStringLiteral("Style%1").arg(entry + 1))));
+    for (const auto &[chooser, name] : {std::pair(ratio, "Aspect Ratio"), std::pair(style, "Style")}) {
+        chooser->setAccessibleName(nameText(name));
+        // Where Qt gives what is chosen as a chooser's name, this is still told.
+        chooser->setAccessibleDescription(nameText(name));
+        chooser->setToolTip(nameText(name));
+    }
     updatePlaceholder();
 }
 

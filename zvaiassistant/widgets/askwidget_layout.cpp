@@ -1,18 +1,17 @@
 #include "widgets/askwidget_p.h"
+#include "widgets/iconbutton.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QFrame>
 #include <QGraphicsOpacityEffect>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
-#include <QPainter>
-#include <QPixmap>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -31,28 +30,11 @@ constexpr int editHeight = 80;
 constexpr int sendWidth = 104;
 constexpr QSize iconSize(20, 16); // with room between it and the text
 constexpr int styleCount = 10;
-constexpr int disabledAlpha = 102; // of 255, as text that is disabled
 
 QString iconFile(const QString &name)
 {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/../share/themes/images/default/aiassistant")
         + name;
-}
-
-// Qt's own disabled picture of a white icon is as light as an enabled one.
-void addDisabled(QIcon &icon, const QString &file)
-{
-    const QFileInfo info(file);
-    for (const QString &scale : {QString(), QStringLiteral("@2x")}) {
-        QPixmap pixmap(info.path() + QLatin1Char('/') + info.completeBaseName() + scale + QStringLiteral(".png"));
-        if (pixmap.isNull())
-            continue;
-        QPainter painter(&pixmap);
-        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        painter.fillRect(pixmap.rect(), QColor(0, 0, 0, disabledAlpha));
-        painter.end();
-        icon.addPixmap(pixmap, QIcon::Disabled, QIcon::Off);
-    }
 }
 
 QIcon modeIcon(const QString &normal, const QString &checked)
@@ -62,27 +44,27 @@ QIcon modeIcon(const QString &normal, const QString &checked)
     icon.addFile(iconFile(checked), QSize(), QIcon::Normal, QIcon::On);
     // What is chosen stays recognisable while an answer is generated.
     icon.addFile(iconFile(checked), QSize(), QIcon::Disabled, QIcon::On);
-    addDisabled(icon, iconFile(normal));
-    return icon;
+    return withDisabledLook(icon, iconSize);
 }
 
 QPushButton *makeSendButton(QWidget *parent, const QString &name)
 {
     auto *const button = new QPushButton(parent);
     button->setObjectName(name);
+    button->setAutoDefault(true);
     button->setMinimumWidth(sendWidth);
     button->setFixedHeight(controlHeight);
     return button;
 }
 
-QComboBox *makeChooser(QWidget *parent, const QString &name, const QString &accessibleName)
+QComboBox *makeChooser(QWidget *parent, const QString &name)
 {
     auto *const chooser = new QComboBox(parent);
     chooser->setObjectName(name);
-    chooser->setAccessibleName(accessibleName);
-    chooser->setToolTip(accessibleName);
     chooser->setFixedHeight(controlHeight);
     chooser->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // The list's own delegate does not ask the style sheet how high a row is.
+    chooser->setItemDelegate(new QStyledItemDelegate(chooser));
     return chooser;
 }
 
@@ -107,6 +89,7 @@ QPushButton *AskWidget::Private::makeOption(QWidget *parent, const QString &name
     auto *const button = new QPushButton(parent);
     button->setObjectName(name);
     button->setCheckable(true);
+    button->setAutoDefault(true); // Return presses it, not only the space bar
     button->setIcon(modeIcon(icon, checkedIcon));
     button->setIconSize(iconSize);
     button->setFixedHeight(controlHeight);
@@ -124,6 +107,7 @@ void AskWidget::Private::buildModes()
     modes->addButton(askAndAnswer, AskAndAnswer);
     modes->addButton(generateImage, GenerateImage);
     askAndAnswer->setChecked(true);
+    letTabReachChosenMode();
 }
 
 void AskWidget::Private::buildAskArea()
@@ -155,10 +139,9 @@ void AskWidget::Private::buildOptions()
     model->setText(QStringLiteral("Deepseek"));
     onlineSearch = makeOption(askArea, QStringLiteral("onlineSearch"), QStringLiteral("/onlineSearch.png"),
                               QStringLiteral("/onlineSearch_checked.png"));
-    // The module has no texts for these two names.
-    ratio = makeChooser(askArea, QStringLiteral("ratioSelect"), QStringLiteral("Aspect ratio"));
+    ratio = makeChooser(askArea, QStringLiteral("ratioSelect"));
     ratio->addItems({QStringLiteral("16:9"), QStringLiteral("16:10"), QStringLiteral("5:4"), QStringLiteral("4:3")});
-    style = makeChooser(askArea, QStringLiteral("styleSelect"), QStringLiteral("Style"));
+    style = makeChooser(askArea, QStringLiteral("styleSelect"));
     for (int entry = 0; entry < styleCount; ++entry)
         style->addItem(QString());
     ratio->hide();
@@ -246,6 +229,11 @@ void AskWidget::Private::connectControls()
 {
     connect(edit, &QTextEdit::textChanged, this, &Private::slotTextEditTextChanged);
     connect(modes, QOverload<QAbstractButton *>::of(&QButtonGroup::buttonClicked), this, &Private::slotGroupBtnClicked);
+    // A screen reader checks a button without a click.
+    connect(modes, &QButtonGroup::idToggled, this, [this](int mode, bool checked) {
+        if (checked)
+            applyMode(mode);
+    });
     connect(send, &QPushButton::clicked, this, &Private::slotDealSendMsgBtnClicked);
     connect(stop, &QPushButton::clicked, this, &Private::slotDealStopBtnClicked);
     connect(model, &QPushButton::toggled, q, &AskWidget::sigActiveDeepSeekModel);

@@ -29,6 +29,7 @@ public:
     void showStopButton(bool isGenerating);
     void setMode(Mode mode);
     void applyMode(int mode);
+    void letTabReachChosenMode();
     void restoreStyle(const PictureGenerateInfo &info);
     void writeText(const QString &content); ///< with the cursor behind it
     void retranslate();

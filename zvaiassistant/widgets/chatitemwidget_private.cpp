@@ -2,13 +2,14 @@
 #include "widgets/autoresizetextbrowser.h"
 #include "widgets/chatcolumn.h"
 #include "widgets/chatitemwidget_p.h"
+#include "widgets/iconbutton.h"
+#include "widgets/loadinglabel.h"
 #include "widgets/pixmaplabel.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMovie>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -97,11 +98,8 @@ QLayout *ChatItemWidget::Private::makePictureColumn()
 
 QWidget *ChatItemWidget::Private::makeLoadingLabel()
 {
-    auto *const label = new QLabel(rightWidget);
+    auto *const label = new LoadingLabel(rightWidget);
     label->setObjectName(QStringLiteral("loadingLabel"));
-    auto *const animation = new QMovie(QStringLiteral(":/img/resource/images/loading.gif"), QByteArray(), label);
-    label->setMovie(animation);
-    animation->start();
     return label;
 }
 
@@ -127,8 +125,9 @@ QWidget *ChatItemWidget::Private::makeButtonRow()
 
 QPushButton *ChatItemWidget::Private::addButton(QHBoxLayout *row, const QString &name)
 {
-    auto *const button = new QPushButton(row->parentWidget());
+    auto *const button = new IconButton(row->parentWidget());
     button->setObjectName(name);
+    button->setAutoDefault(true); // Return presses it, not only the space bar
     button->hide();
     row->addWidget(button);
     return button;
@@ -180,6 +179,8 @@ void ChatItemWidget::Private::retranslate()
     copyButton->setText(text("Copy"));
     modifyButton->setText(text("Modify"));
     tryAgainButton->setText(text("TryAgain"));
+    if (textBrowser != nullptr)
+        textBrowser->setAccessibleName(nameText(kind == Kind::Question ? "Question" : "Answer"));
     if (caption != nullptr)
         caption->setText(text("ImageGenerated"));
     if (pictures != nullptr)

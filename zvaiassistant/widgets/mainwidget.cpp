@@ -32,6 +32,7 @@ void loadLanguageFiles()
     const QString shared = QCoreApplication::applicationDirPath() + QStringLiteral("/../share");
     // Of two texts for a key the later file wins: a host may replace the module's own.
     TranslateManager::instance().loadLanguageFiles(filesIn(QStringLiteral(":/aiassistant/language")));
+    TranslateManager::instance().loadLanguageFiles(filesIn(QStringLiteral(":/aiassistant/accessibility")));
     TranslateManager::instance().loadLanguageFiles(filesIn(shared + QStringLiteral("/language/zvaiassistant")));
 }
 

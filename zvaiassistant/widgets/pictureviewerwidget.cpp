@@ -38,10 +38,15 @@ void PictureViewerWidget::Private::build()
     close = makeRoundButton(QStringLiteral("close"));
     lastPicture = makeRoundButton(QStringLiteral("lastPicture"));
     nextPicture = makeRoundButton(QStringLiteral("nextPicture"));
-    close->setAccessibleName(QStringLiteral("Close"));
-    close->setToolTip(QStringLiteral("Close"));
+    nameClose();
     buildPicture();
     buildDownloadButton();
+}
+
+void PictureViewerWidget::Private::nameClose()
+{
+    close->setAccessibleName(nameText("Close"));
+    close->setToolTip(nameText("Close"));
 }
 
 QPushButton *PictureViewerWidget::Private::makeRoundButton(const QString &name)
@@ -49,6 +54,7 @@ QPushButton *PictureViewerWidget::Private::makeRoundButton(const QString &name)
     auto *const button = new QPushButton(q);
     button->setObjectName(name);
     button->setFixedSize(roundButtonEdge, roundButtonEdge);
+    button->setAutoDefault(true); // Return presses it, not only the space bar
     return button;
 }
 
@@ -66,6 +72,7 @@ void PictureViewerWidget::Private::buildDownloadButton()
     download = new QPushButton(QStringLiteral("下载图像至素材库"), q);
     download->setObjectName(QStringLiteral("download"));
     download->setFixedHeight(downloadHeight);
+    download->setAutoDefault(true);
     // The path has no folder in front of it: a host that keeps no such file has the style sheet's icon.
     download->setIcon(QIcon(QStringLiteral("/../share/themes/images/default/aiassistant/downloadBig.png")));
     download->setIconSize(QSize(16, 16));
@@ -161,6 +168,7 @@ void PictureViewerWidget::showImage(const AIImage &image)
 void PictureViewerWidget::retranslate()
 {
     d->download->setText(text("DownloadToMediaLibrary"));
+    d->nameClose();
 }
 
 void PictureViewerWidget::paintEvent(QPaintEvent *)
@@ -174,6 +182,8 @@ void PictureViewerWidget::showEvent(QShowEvent *event)
     const QPixmap shown = d->picture->pixmap(Qt::ReturnByValue);
     if (!shown.isNull() && !qFuzzyCompare(shown.devicePixelRatio(), devicePixelRatioF()))
         d->showPixmap();
+    // Not the button that was used the last time: keys are the viewer's, and Tab begins with its first button.
+    setFocus(Qt::OtherFocusReason);
     QWidget::showEvent(event);
 }
 

@@ -19,6 +19,7 @@ public:
     explicit Private(PictureViewerWidget *owner);
 
     void showPixmap();
+    void nameClose();
 
     PictureViewerWidget *const q;
     QPushButton *close = nullptr;

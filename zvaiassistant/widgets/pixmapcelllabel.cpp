@@ -1,13 +1,13 @@
 #include "widgets/pixmapcelllabel.h"
 
 #include "translate/lookup.h"
+#include "widgets/focusring.h"
 
 #include <QApplication>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 
 namespace tavro::aiassistant {
@@ -17,28 +17,6 @@ namespace {
 constexpr QSize barSize(80, 24);
 constexpr int barDistance = 10; // px from the cell's lower edge
 constexpr int buttonEdge = 16;
-
-/// Shows which thumbnail has the keyboard: a light line in a dark one, to be seen on any picture.
-class FocusRing : public QWidget {
-public:
-    explicit FocusRing(QWidget *parent)
-        : QWidget(parent)
-    {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        hide();
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        const QRectF edge = rect();
-        painter.setPen(QPen(Qt::black, 4));
-        painter.drawRect(edge.adjusted(2, 2, -2, -2));
-        painter.setPen(QPen(Qt::white, 2));
-        painter.drawRect(edge.adjusted(1, 1, -1, -1));
-    }
-};
 
 void nameButton(QPushButton *button, const QString &name)
 {
@@ -74,7 +52,7 @@ void PixmapCellLabel::buildPicture()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_picture);
-    m_focusRing = new FocusRing(this);
+    new FocusRing(this);
 }
 
 void PixmapCellLabel::buildButtonBar()
@@ -101,6 +79,7 @@ QPushButton *PixmapCellLabel::addButton(QHBoxLayout *layout, const QString &name
     button->setFixedSize(buttonEdge, buttonEdge);
     // A click must not keep the bar in place after the mouse has left, so only the keyboard gives the focus.
     button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoDefault(true); // Return presses it, not only the space bar
     button->installEventFilter(this);
     layout->addWidget(button);
     return button;
@@ -117,13 +96,11 @@ void PixmapCellLabel::connectButtons()
 void PixmapCellLabel::placeButtonBar()
 {
     m_buttonBar->move((width() - m_buttonBar->width()) / 2, height() - m_buttonBar->height() - barDistance);
-    m_focusRing->resize(size());
 }
 
 void PixmapCellLabel::retranslate()
 {
-    // The module has no text for "enlarge".
-    nameButton(m_look, QStringLiteral("View"));
+    nameButton(m_look, nameText("View Image"));
     nameButton(m_download, text("DownloadToMediaLibrary"));
     nameButton(m_tryAgain, text("Modify"));
 }
@@ -142,14 +119,12 @@ void PixmapCellLabel::leaveEvent(QEvent *event)
 
 void PixmapCellLabel::focusInEvent(QFocusEvent *event)
 {
-    m_focusRing->show();
     showBarWhereNeeded();
     QWidget::focusInEvent(event);
 }
 
 void PixmapCellLabel::focusOutEvent(QFocusEvent *event)
 {
-    m_focusRing->hide();
     showBarWhereNeeded();
     QWidget::focusOutEvent(event);
 }

@@ -55,7 +55,6 @@ private:
     QPushButton *m_look = nullptr;
     QPushButton *m_download = nullptr;
     QPushButton *m_tryAgain = nullptr;
-    QWidget *m_focusRing = nullptr;
 };
 
 } // namespace tavro::aiassistant
