@@ -130,7 +130,7 @@ public:
     sigslot::signal<> sigNotify; ///< the panel of another machine was shown; fired by the proxy
 
 private:
-    class Private;
+    class ZVAIASSISTANT_NO_EXPORT Private;
     std::unique_ptr<Private> d;
     friend struct AiControllerAccess;
 };

@@ -68,7 +68,7 @@ Q_SIGNALS:
     void sigShowDialog();
 
 private:
-    class Private;
+    class ZVAIASSISTANT_NO_EXPORT Private;
     std::unique_ptr<Private> d;
     friend struct MainWidgetAccess;
 };

@@ -29,7 +29,7 @@ Q_SIGNALS:
     void sigTryAgainImageButtonClicked(const QString &question, const PictureGenerateInfo &picInfo);
 
 private:
-    class Private;
+    class ZVAIASSISTANT_NO_EXPORT Private;
     std::unique_ptr<Private> d;
 };
 
