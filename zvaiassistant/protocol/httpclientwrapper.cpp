@@ -169,12 +169,13 @@ HttpClientWrapper::~HttpClientWrapper() = default;
 
 void HttpClientWrapper::init(std::shared_ptr<TaskQueue> worker)
 {
+    const std::shared_ptr<TaskQueue> queue = std::move(worker);
     d->dropManager();
-    d->worker = worker;
-    if (!worker)
+    d->worker = queue;
+    if (!queue)
         throw std::future_error(std::future_errc::no_state);
     try {
-        d->makeManager(worker);
+        d->makeManager(queue);
     } catch (const std::future_error &) {
         // The promise was broken: the worker is gone.
         throw std::future_error(std::future_errc::no_state);
