@@ -14,7 +14,7 @@ public:
     /// several meets no new one.
     static constexpr unsigned int defaultMaxPayload = 1024 * 1024;
 
-    explicit InProcessBus(unsigned int maxPayload = defaultMaxPayload);
+    explicit InProcessBus(unsigned int maxPayload = defaultMaxPayload); ///< bytes
     ~InProcessBus();
 
     InProcessBus(const InProcessBus &) = delete;

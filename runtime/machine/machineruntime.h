@@ -24,6 +24,7 @@ class MachineRuntime : public QObject, public IZVRuntime {
     Q_OBJECT
 
 public:
+    /// How this machine stands to the others.
     enum class Connection {
         Disconnected, ///< not reached or lost; it is tried again for ever
         Connecting, ///< the first attempt is under way
@@ -34,7 +35,7 @@ public:
 
     ~MachineRuntime() override;
 
-    Connection connection() const;
+    Connection connection() const; ///< the state as of now
     /// The state in a sentence for the operator. Never holds a credential.
     QString connectionText() const;
 
@@ -56,9 +57,10 @@ public:
     bool needsDispatch(const char *file, int line) const override;
 
 Q_SIGNALS:
+    /// The state is another one, or has another text; see connectionText().
     void sigConnectionChanged(tavro::runtime::MachineRuntime::Connection connection, const QString &text);
-    void sigServerPresentChanged(bool present);
-    void sigServingChanged(bool serving);
+    void sigServerPresentChanged(bool present); ///< see isServerPresent()
+    void sigServingChanged(bool serving); ///< see isServing()
     /// Another machine of the group serves already; see isServing(). @p name is empty once that is over.
     void sigAnotherServer(const QString &name);
     /// A message that this machine sent did not go out, or no serving machine took it. @p name is the message's,
@@ -68,8 +70,8 @@ Q_SIGNALS:
 
 protected:
     class Private;
-    explicit MachineRuntime(Roles roles);
-    Private &common() const { return *d; }
+    explicit MachineRuntime(Roles roles); ///< for the runtimes of this folder
+    Private &common() const { return *d; } ///< what they share
 
 private:
     std::unique_ptr<Private> d;

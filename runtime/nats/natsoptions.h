@@ -15,7 +15,7 @@ struct NatsOptions {
     QString group = QStringLiteral("default"); ///< machines of different groups do not hear each other
     QString machine; ///< name of this machine, shown to the others; empty: the host's name
     QString user; ///< empty: none
-    QString password;
+    QString password; ///< of the user
     QString token; ///< in place of user and password; empty: none
     bool tls = false; ///< insist on TLS, as an address "tls://..." does; a broker that asks for it gets it in any case
     QString caFile; ///< PEM file of the authorities that may vouch for the broker; empty: the system's
@@ -23,7 +23,7 @@ struct NatsOptions {
     std::chrono::milliseconds connectTimeout{2000}; ///< for one attempt; the destructor may have to wait for it
     std::chrono::milliseconds writeTimeout{2000}; ///< how long a send may hold its caller when the broker stalls
     std::chrono::milliseconds firstRetry{250}; ///< wait before the second attempt; doubled each time
-    std::chrono::milliseconds longestRetry{10000};
+    std::chrono::milliseconds longestRetry{10000}; ///< where the doubling ends
     std::chrono::milliseconds pingInterval{5000}; ///< a broker that misses two pings is given up
     std::chrono::milliseconds presenceInterval{2000}; ///< a serving machine that is not heard for three is gone
 };

@@ -17,7 +17,7 @@ struct AgentCmd {
         Unspecified = 1000, ///< the answer named no command type
     };
 
-    std::int32_t cmdType = Unspecified;
+    std::int32_t cmdType = Unspecified; ///< see Type
     bool bPlay = false; ///< play, or not
     std::int32_t playWay = 0; ///< way of playing, as agreed between service and host
     std::int32_t programId = -1; ///< -1: not given

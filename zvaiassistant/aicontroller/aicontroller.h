@@ -83,15 +83,15 @@ public:
     // What the panel calls: each is sent to the serving machine where this one is a proxy client, and carried out here
     // where this machine is a local executor.
 
-    void textToGenerateText(const QString &text);
-    void textToGeneratePicture(const PictureGenerateInfo &info);
-    void toActiveDeepSeekModel(bool active);
-    void toActiveOnlineSearch(bool active);
-    void toClearCathe();
-    void toClearHeaderInfo();
-    void toClearHistoryRecord();
-    void toStopGenerate();
-    void toUpdateHeaderInfo(const std::vector<std::string> &info);
+    void textToGenerateText(const QString &text); ///< generateText()
+    void textToGeneratePicture(const PictureGenerateInfo &info); ///< generatePicture()
+    void toActiveDeepSeekModel(bool active); ///< activeDeepseekModel()
+    void toActiveOnlineSearch(bool active); ///< activeOnlineSearch()
+    void toClearCathe(); ///< clearCathe()
+    void toClearHeaderInfo(); ///< clearHeaderInfo()
+    void toClearHistoryRecord(); ///< clearHistoryRecord()
+    void toStopGenerate(); ///< stopGenerate()
+    void toUpdateHeaderInfo(const std::vector<std::string> &info); ///< updateHeaderInfo()
 
     /// Always downloads on this machine: the user wants the file here.
     void toDownloadPicture(const QString &url);
@@ -108,25 +108,25 @@ public:
 
     // Outcomes as this machine's panel learns them. They are announced on the calling thread.
 
-    void generateTextFinished(const TextGeneratedPack &pack);
+    void generateTextFinished(const TextGeneratedPack &pack); ///< announces the answer
     void generatePictureFinished(const PicturedGeneratedPack &pack); ///< fetches the picture, which is then announced
-    void downloadPictureFinished(const QString &path);
-    void errorOccuredFinished(const ChatItemBasic &basic);
-    void requestFailedFinished(const ChatItemBasic &basic);
-    void requestTimeoutFinished(const ChatItemBasic &basic);
+    void downloadPictureFinished(const QString &path); ///< announces the saved picture
+    void errorOccuredFinished(const ChatItemBasic &basic); ///< announces the service's error
+    void requestFailedFinished(const ChatItemBasic &basic); ///< announces the failure
+    void requestTimeoutFinished(const ChatItemBasic &basic); ///< announces the time-out
     void deleteGeneratingItem(); ///< the "generating" placeholder must go: there will be no answer
 
     sigslot::signal<const QString &> sigThemeChanged; ///< the finished style sheet
-    sigslot::signal<> sigLanguageChanged;
-    sigslot::signal<> sigResetMainWidget;
-    sigslot::signal<const TextGeneratedPack &> sigGenerateTextFinished;
+    sigslot::signal<> sigLanguageChanged; ///< texts are to be looked up anew
+    sigslot::signal<> sigResetMainWidget; ///< the panel is to be emptied
+    sigslot::signal<const TextGeneratedPack &> sigGenerateTextFinished; ///< the answer to a text question
     /// Question, what was asked for, and the picture; its pixmap is null where it could not be fetched or read.
     sigslot::signal<const QString &, const PictureGenerateInfo &, const AIImage &> sigGeneratePictureFinished;
-    sigslot::signal<const ChatItemBasic &> sigRequestFailed;
-    sigslot::signal<const ChatItemBasic &> sigErrorOccured;
+    sigslot::signal<const ChatItemBasic &> sigRequestFailed; ///< the service was not reached or understood
+    sigslot::signal<const ChatItemBasic &> sigErrorOccured; ///< the service's own error, in its message
     sigslot::signal<const ChatItemBasic &> sigChatItemEvent; ///< spare: the controller does not fire it
-    sigslot::signal<const ChatItemBasic &> sigRequestTimeout;
-    sigslot::signal<> sigDeleteGeneratingItem;
+    sigslot::signal<const ChatItemBasic &> sigRequestTimeout; ///< the answer took too long
+    sigslot::signal<> sigDeleteGeneratingItem; ///< there will be no answer: the placeholder must go
     sigslot::signal<> sigNotify; ///< the panel of another machine was shown; fired by the proxy
 
 private:

@@ -42,7 +42,7 @@ struct AIImage {
 
 /// One question as the chat window shows it, and the subject of every error report.
 struct ChatItemBasic {
-    QuestionType type = QuestionType::None;
+    QuestionType type = QuestionType::None; ///< which of the two kinds
     std::string question; ///< what the user asked
     PictureGenerateInfo picInfo; ///< what was sent for a picture; the defaults for a text question
     std::string message; ///< the service's error text; empty unless it reported an error
@@ -56,20 +56,20 @@ struct ChatItemContext : ChatItemBasic {
 /// A finished text answer.
 struct TextGeneratedPack {
     std::string question; ///< what the user asked
-    std::string answer;
+    std::string answer; ///< the whole answer
 };
 
 /// A finished picture answer whose picture has not been fetched yet.
 struct PicturedGeneratedPack {
     /// What the service said of the picture.
     struct Source {
-        std::string description;
+        std::string description; ///< in words; may be empty
         std::string url; ///< where to fetch it
     };
 
     std::string content; ///< what the user asked
     PictureGenerateInfo picInfo; ///< what was sent
-    Source source;
+    Source source; ///< what came back
 };
 
 } // namespace tavro::aiassistant

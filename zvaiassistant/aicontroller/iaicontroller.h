@@ -31,7 +31,7 @@ class ZVAIASSISTANT_EXPORT IAiController : public QObject {
     Q_OBJECT
 
 public:
-    explicit IAiController(QObject *parent = nullptr);
+    explicit IAiController(QObject *parent = nullptr); ///< @p parent as of any QObject
     ~IAiController() override;
 
     /// Gives the host's runtime, which must outlive the controller. Null takes it away: the machine then counts as a

@@ -50,22 +50,23 @@ public:
     /// Makes @p sheet the style sheet of the panel and of the picture viewer.
     void updateStyleSheet(const QString &sheet);
 
-    void slotTextGeneratedFinished(const TextGeneratedPack &pack);
+    void slotTextGeneratedFinished(const TextGeneratedPack &pack); ///< shows the answer, which types itself out
+    /// Shows the picture as a thumbnail.
     void slotPictureGeneratedFinished(const QString &question, const PictureGenerateInfo &info, const AIImage &image);
     void slotRequestFailed(const ChatItemBasic &basic); ///< shows "request error" in the current language
     void slotRequestTimeout(const ChatItemBasic &basic); ///< shows "time-out" in the current language
     void slotDealRequestError(const ChatItemBasic &basic); ///< shows the message of @p basic
     void slotDeleteGeneratingItem(); ///< there will be no answer: removes the placeholder and lets the user ask
-    void slotResetMainWidget();
+    void slotResetMainWidget(); ///< resetMainWidget()
 
 Q_SIGNALS:
     // For hosts; the panel itself talks to the controller and emits none of them.
-    void sigStopToGenerate();
-    void sigSendToGenerateText(const QString &strText);
-    void sigSendToGeneratePixture(const PictureGenerateInfo &info);
-    void sigResetData();
-    void sigClearAnswersRecord();
-    void sigShowDialog();
+    void sigStopToGenerate(); ///< the answer is to be stopped
+    void sigSendToGenerateText(const QString &strText); ///< a text question
+    void sigSendToGeneratePixture(const PictureGenerateInfo &info); ///< a picture question
+    void sigResetData(); ///< all is to be forgotten
+    void sigClearAnswersRecord(); ///< the conversation is to be forgotten
+    void sigShowDialog(); ///< the panel is to be shown
 
 private:
     class ZVAIASSISTANT_NO_EXPORT Private;

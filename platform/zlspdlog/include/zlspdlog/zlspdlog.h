@@ -20,7 +20,7 @@ public:
     std::shared_ptr<spdlog::logger> logger() const;
 
 protected:
-    explicit SpdlogBase(std::shared_ptr<spdlog::logger> logger);
+    explicit SpdlogBase(std::shared_ptr<spdlog::logger> logger); ///< for SpdlogApplication
 
 private:
     std::shared_ptr<spdlog::logger> m_logger;

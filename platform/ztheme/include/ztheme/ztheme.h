@@ -55,8 +55,10 @@ public:
     /// The switch of a [Flags] key; false when the theme lacks it.
     bool flag(const QString &key) const;
 
-    /// The keys of [Colors] and of [ImageFiles], sorted; also those whose value cannot be used.
+    /// The keys of [Colors], sorted; also those whose value cannot be used.
     QStringList colorKeys() const;
+
+    /// The keys of [ImageFiles], sorted; also those whose value cannot be used.
     QStringList imageKeys() const;
 
 private:
