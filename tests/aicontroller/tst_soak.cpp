@@ -46,18 +46,6 @@ qint64 residentPages()
     return file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() : 0;
 }
 
-// Waits for the events themselves: a look every few milliseconds would make the run a long one.
-template <typename Condition>
-bool runUntil(Condition holds)
-{
-    QTimer limit;
-    limit.setSingleShot(true);
-    limit.start(waitLimit);
-    while (!holds() && limit.isActive())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return holds();
-}
-
 } // namespace
 
 /// What lives as long as the load: the log can be caught only after the tests have begun.

@@ -54,6 +54,7 @@ void PlayoutProcess::start(const QStringList &arguments, const QString &script)
     file.close();
     m_process->start(QStringLiteral(PLAYOUT_PROGRAM),
                      QStringList(arguments) << QStringLiteral("--script") << file.fileName());
+    m_started = m_process->waitForStarted();
 }
 
 void PlayoutProcess::kill()
@@ -69,13 +70,15 @@ void PlayoutProcess::terminate()
 
 QString PlayoutProcess::failure()
 {
+    if (!m_started)
+        return QStringLiteral("it did not start: ") + m_process->errorString();
     if (!eventually([this] { return !isRunning(); }, longestRun)) {
         kill();
         return QStringLiteral("it did not end: ") + errors();
     }
     if (m_process->exitStatus() != QProcess::NormalExit)
         return QStringLiteral("it crashed: ") + errors();
-    return m_process->exitCode() == 0 ? QString() : errors();
+    return m_process->exitCode() == 0 ? QString() : QStringLiteral("it failed: ") + errors();
 }
 
 QString PlayoutProcess::errors()

@@ -36,6 +36,7 @@ private:
 
     QTemporaryDir m_folder;
     std::unique_ptr<QProcess> m_process;
+    bool m_started = false;
 };
 
 } // namespace tavro::testsupport

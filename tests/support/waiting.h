@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QTest>
+#include <QTimer>
 
 #include <chrono>
 
@@ -16,6 +17,19 @@ template <typename Condition>
 bool eventually(Condition holds, std::chrono::milliseconds limit = waitLimit)
 {
     return QTest::qWaitFor(holds, static_cast<int>(limit.count()));
+}
+
+/// The same, but it looks after each batch of events instead of every few milliseconds: for tests with thousands of
+/// waits.
+template <typename Condition>
+bool runUntil(Condition holds)
+{
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(waitLimit);
+    while (!holds() && limit.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return holds();
 }
 
 /// Delivers what is posted to objects of this thread now, and carries out their pending deferred deletes.

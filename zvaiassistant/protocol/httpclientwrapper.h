@@ -14,7 +14,8 @@ class TaskQueue;
 /// other thread. They run a local event loop (without user input), so what is posted to objects of that thread is
 /// delivered meanwhile. An application object must exist. Separate wrappers may be used on separate threads at once.
 ///
-/// The wrapper must be destroyed before the worker ends, or after it has ended; not while a call of its is running.
+/// The wrapper must be destroyed while the worker runs its queue, or once that queue is closed or gone: it waits for
+/// the worker to delete the manager. Not while a call of its is running.
 class HttpClientWrapper {
 public:
     struct Result {

@@ -55,18 +55,6 @@ private:
     QSet<QString> m_repeating;
 };
 
-// Waits for the events themselves: a look every few milliseconds would make the run a long one.
-template <typename Condition>
-bool runUntil(Condition holds)
-{
-    QTimer limit;
-    limit.setSingleShot(true);
-    limit.start(waitLimit);
-    while (!holds() && limit.isActive())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return holds();
-}
-
 // The timers that run in this thread, whoever they belong to. Each with at most the interval of a cursor fires three
 // times meanwhile.
 QString runningTimers()
