@@ -3,6 +3,7 @@
 #include "support/waiting.h"
 #include "widgets/answerwidget.h"
 #include "widgets/askwidget.h"
+#include "widgets/autoresizetextbrowser_p.h"
 #include "widgets/mainwidget.h"
 
 #include <QComboBox>
@@ -49,9 +50,12 @@ void type(SamplePanel &panel)
     ChatItemContext context = panel.textQuestion(panel.texts.question);
     context.message = panel.texts.answer;
     panel.answers().addAnswerTextItem(context);
-    const auto *const browser = panel.lastChild<QTextEdit>("textBrowser");
+    auto *const browser = panel.lastChild<AutoResizeTextBrowser>("textBrowser");
     if (!eventually([browser] { return browser->toPlainText().size() > 20; }))
         qFatal("the answer is not typed");
+    // A further character would come between the picture of this state and what is said of it.
+    AutoResizeTextBrowserAccess::of(*browser).typingTimer.stop();
+    AutoResizeTextBrowserAccess::of(*browser).cursorTimer.stop();
 }
 
 void answer(SamplePanel &panel)
