@@ -45,6 +45,7 @@ LIMITS = [
     ("blankLineTick/items:5000", "blankLineTick/items:10", None),
     # Four times the items may cost 4 to the power of 1.15.
     ("disableAndEnable/items:4000", "disableAndEnable/items:1000", 4.93),
+    ("disableAndEnableInCache/items:4000", "disableAndEnableInCache/items:1000", None),
     ("retranslate/items:4000", "retranslate/items:1000", 4.93),
     ("reset/items:4000", "reset/items:1000", 4.93),
     ("equalSheet", "otherSheet", 0.01),

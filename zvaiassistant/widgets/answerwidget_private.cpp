@@ -223,11 +223,15 @@ std::vector<ChatItemWidget *> AnswerWidget::Private::items() const
     return found;
 }
 
+// One walk over the items: those of a long conversation are in no cache any more when a second one comes.
 template <typename Change>
 void AnswerWidget::Private::changeItems(Change change)
 {
     const QRect inSight(-itemsWidget->pos(), scrollArea->viewport()->size());
-    for (ChatItemWidget *const item : items()) {
+    for (int index = 0; index < itemsLayout->count(); ++index) {
+        auto *const item = qobject_cast<ChatItemWidget *>(itemsLayout->itemAt(index)->widget());
+        if (item == nullptr)
+            continue;
         std::optional<ChatItemWidget::Unpainted> unpainted;
         if (!item->geometry().intersects(inSight))
             unpainted.emplace(*item);

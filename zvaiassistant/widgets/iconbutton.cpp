@@ -1,5 +1,6 @@
 #include "widgets/iconbutton.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QPainter>
 #include <QPixmapCache>
@@ -44,6 +45,19 @@ bool IconButton::event(QEvent *event)
     if (isStyled && !icon().isNull())
         setIcon(withDisabledLook(icon(), iconSize()));
     return result;
+}
+
+// Qt makes an accessible interface for each button that changes, and looks for it ever after. For the buttons of a long
+// conversation that takes as long as all else, so it is done only where a screen reader hears of it.
+void IconButton::changeEvent(QEvent *event)
+{
+    if (event->type() != QEvent::EnabledChange || QAccessible::isActive()) {
+        QPushButton::changeEvent(event);
+        return;
+    }
+    if (!isEnabled())
+        setDown(false);
+    update();
 }
 
 } // namespace tavro::aiassistant

@@ -16,6 +16,7 @@ public:
 
 protected:
     bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 };
 
 } // namespace tavro::aiassistant

@@ -107,8 +107,9 @@ int TypedText::lastParagraphRows() const
 
 int TypedText::rowsOf(const QString &paragraph) const
 {
+    const QStringList lines = paragraph.split(QChar::LineSeparator);
     int rows = 0;
-    for (const QString &line : paragraph.split(QChar::LineSeparator))
+    for (const QString &line : lines)
         rows += rowsOfWidth(widthOf(line));
     return rows;
 }
