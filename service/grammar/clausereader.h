@@ -1,17 +1,11 @@
 #pragma once
 
-#include "grammar/playback.h"
+#include "grammar/clausemeaning.h"
+#include "grammar/mediachoice.h"
 
 namespace tavro::assistantservice {
 
-/// What one clause asks for. Neither intent nor problem: nothing that concerns the playout.
-struct ClauseMeaning {
-    bool understood = false;
-    Intent intent;
-    Problem problem = Problem::None;
-    QString phrase;
-    QVector<int> candidates;
-};
+class Clause;
 
 /// Reads one clause of a sentence.
 class ClauseReader {
@@ -28,12 +22,8 @@ private:
     ClauseMeaning readStop(Clause &clause, const Places &places, Volume &volume) const;
     ClauseMeaning readVolume(Clause &clause, const Places &places, Volume &volume) const;
     ClauseMeaning readWithoutVerb(Clause &clause, const Places &places, Volume &volume, bool inherited) const;
-    void chooseMedia(const Tokens &rest, ClauseMeaning &meaning) const;
-    bool chooseWhole(const Tokens &tokens, ClauseMeaning &meaning) const;
-    void searchMedia(const Tokens &tokens, ClauseMeaning &meaning) const;
 
-    const QString &m_sentence;
-    const MediaNames &m_names;
+    const MediaChoice m_media;
 };
 
 } // namespace tavro::assistantservice

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "grammar/playback.h"
+
+namespace tavro::assistantservice {
+
+/// What one clause asks for. Neither intent nor problem: nothing that concerns the playout.
+struct ClauseMeaning {
+    bool understood = false;
+    Intent intent;
+    Problem problem = Problem::None;
+    QString phrase;
+    QVector<int> candidates;
+};
+
+} // namespace tavro::assistantservice
