@@ -1,112 +1,20 @@
+#include "answerlist.h"
 #include "corpus.h"
-#include "heldbrowser.h"
 #include "translate/lookup.h"
-#include "translate/translatemanager.h"
-#include "widgets/answerwidget.h"
-#include "widgets/chatitems.h"
 #include "widgets/pixmaplabel.h"
 
 #include <QLayout>
 #include <QPointer>
-#include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 
 using namespace tavro::aiassistant;
 using namespace tavro::testsupport;
 
-namespace {
-
-ChatItemContext contextOf(const QString &question, const QString &message = QString())
-{
-    ChatItemContext context;
-    context.type = QuestionType::Text;
-    context.question = question.toStdString();
-    context.message = message.toStdString();
-    return context;
-}
-
-ChatItemContext pictureContext()
-{
-    ChatItemContext context = contextOf(QStringLiteral("a harbour"));
-    context.type = QuestionType::Picture;
-    context.images.resize(1);
-    context.images[0].pixmap = QPixmap(192, 108);
-    context.images[0].pixmap.fill(Qt::blue);
-    return context;
-}
-
-// The list as it stands in the panel, with what tests look at.
-class List : public AnswerWidget {
-public:
-    List()
-    {
-        resize(800, 600);
-        show();
-    }
-
-    QScrollArea *area() const { return findChild<QScrollArea *>(QStringLiteral("scrollArea")); }
-    QWidget *sheet() const { return area()->widget(); }
-    QScrollBar *bar() const { return area()->verticalScrollBar(); }
-    QPushButton *clearButton() const { return findChild<QPushButton *>(QStringLiteral("clearButton")); }
-
-    std::vector<ChatItemWidget *> items() const
-    {
-        std::vector<ChatItemWidget *> found;
-        for (int index = 0; index < sheet()->layout()->count(); ++index) {
-            if (auto *const item = qobject_cast<ChatItemWidget *>(sheet()->layout()->itemAt(index)->widget()))
-                found.push_back(item);
-        }
-        return found;
-    }
-
-    QStringList kinds() const
-    {
-        QStringList names;
-        for (const ChatItemWidget *item : items())
-            names += QString::fromLatin1(item->metaObject()->className()).section(QStringLiteral("::"), -1);
-        return names;
-    }
-
-    AutoResizeTextBrowser *lastBrowser() const { return items().back()->findChild<AutoResizeTextBrowser *>(); }
-
-    void addHeldAnswer(const QString &message)
-    {
-        addAnswerTextItem(contextOf(QStringLiteral("q"), message));
-        holdTimers(*lastBrowser());
-        settleEvents();
-    }
-
-    void typeWhole()
-    {
-        AutoResizeTextBrowser &browser = *lastBrowser();
-        while (AutoResizeTextBrowserAccess::of(browser).typingTimer.isActive())
-            typeOne(browser);
-    }
-
-    static void settleEvents()
-    {
-        for (int turn = 0; turn < 4; ++turn) {
-            QCoreApplication::processEvents();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-    }
-
-    bool isAtBottom() const
-    {
-        const QWidget *const last = items().back();
-        const int end = last->mapTo(area()->viewport(), QPoint(0, last->height())).y();
-        return bar()->value() == bar()->maximum() && end <= area()->viewport()->height();
-    }
-};
-
-} // namespace
-
+/// What stands in the list, and what the list tells of it.
 class TestAnswerWidget : public QuietTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { loadListLanguages(); }
     void metaObjectHasItsSignalsInOrder();
     void isBuilt();
     void beginsWithTheWelcome();
@@ -119,30 +27,13 @@ private Q_SLOTS:
     void endOfTypingIsReportedInOrder();
     void stopKeepsWhatWasTypedAndReportsEachItem();
     void stopWithPicturesOnlyAsksForTheFocus();
-    void listFollowsWhatIsAdded();
-    void listFollowsTheTyping();
     void clearLeavesNothing();
     void resetLeavesTheWelcomeOnly();
     void resetWithinResetDoesNothing();
     void resetWhileTyping();
-    void enablingIsForTheItemsThatAreThere();
-    void enablingReachesItemsOutOfSight();
     void retranslatesAllItems();
-    void tabVisitsTheItemsInOrder();
-    void focusShowsTheItem();
-    void wheelOverATextScrollsTheList();
     void nothingIsLeftOverOfManyItems();
-
-private:
-    void useLanguage(const char *name) { TranslateManager::instance().switchLanguage(QLatin1String(name)); }
 };
-
-void TestAnswerWidget::initTestCase()
-{
-    TranslateManager::instance().loadLanguageFiles({QStringLiteral(":/aiassistant/language/aiassistant_en.xml"),
-                                                    QStringLiteral(":/aiassistant/language/aiassistant_rus.xml")});
-    useLanguage("en");
-}
 
 void TestAnswerWidget::metaObjectHasItsSignalsInOrder()
 {
@@ -319,38 +210,6 @@ void TestAnswerWidget::stopWithPicturesOnlyAsksForTheFocus()
     QCOMPARE(focus.count(), 1);
 }
 
-void TestAnswerWidget::listFollowsWhatIsAdded()
-{
-    List list;
-    for (int count = 0; count < 30; ++count) {
-        if (count % 5 == 4)
-            list.addAnswerImageItem(pictureContext());
-        else
-            list.addQuestionItem(contextOf(chineseAnswer()));
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-        QVERIFY2(list.isAtBottom(), qPrintable(QString::number(count)));
-    }
-    QVERIFY(list.bar()->maximum() > 0);
-    list.bar()->setValue(0);
-    list.addTextGeneratingItem();
-    List::settleEvents();
-    QVERIFY(list.isAtBottom());
-}
-
-void TestAnswerWidget::listFollowsTheTyping()
-{
-    List list;
-    for (int count = 0; count < 10; ++count)
-        list.addQuestionItem(contextOf(englishAnswer()));
-    list.addHeldAnswer(englishAnswer());
-    while (AutoResizeTextBrowserAccess::of(*list.lastBrowser()).typingTimer.isActive()) {
-        typeOne(*list.lastBrowser());
-        QCoreApplication::processEvents();
-        QVERIFY2(list.isAtBottom(), qPrintable(list.lastBrowser()->toPlainText()));
-    }
-}
-
 void TestAnswerWidget::clearLeavesNothing()
 {
     List list;
@@ -411,108 +270,23 @@ void TestAnswerWidget::resetWhileTyping()
     QCOMPARE(list.kinds(), QStringList{QStringLiteral("HelloItemWidget")});
 }
 
-void TestAnswerWidget::enablingIsForTheItemsThatAreThere()
-{
-    List list;
-    list.addQuestionItem(contextOf(QStringLiteral("before")));
-    list.setItemsEnabled(false);
-    const auto *const before = list.items().back()->findChild<QPushButton *>(QStringLiteral("copyButton"));
-    QVERIFY(!before->isEnabled());
-    list.addQuestionItem(contextOf(QStringLiteral("after")));
-    const auto *const after = list.items().back()->findChild<QPushButton *>(QStringLiteral("copyButton"));
-    QVERIFY(after->isEnabled());
-    list.setItemsEnabled(false);
-    QVERIFY(!after->isEnabled());
-    list.setItemsEnabled(true);
-    QVERIFY(before->isEnabled());
-    QVERIFY(after->isEnabled());
-}
-
-void TestAnswerWidget::enablingReachesItemsOutOfSight()
-{
-    List list;
-    for (int count = 0; count < 40; ++count)
-        list.addQuestionItem(contextOf(QStringLiteral("q")));
-    List::settleEvents();
-    list.setItemsEnabled(false);
-    for (const auto *button : list.findChildren<QPushButton *>(QStringLiteral("modifyButton")))
-        QVERIFY(!button->isEnabled());
-    list.bar()->setValue(0);
-    List::settleEvents();
-    QEvent paint(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(&list, &paint);
-    const QImage seen = onScreen(list);
-    list.repaint();
-    QCOMPARE(seen, onScreen(list));
-}
-
 void TestAnswerWidget::retranslatesAllItems()
 {
     List list;
     list.addQuestionItem(contextOf(QStringLiteral("q")));
     list.addTextGeneratingItem();
-    useLanguage("rus");
+    useListLanguage("rus");
     list.retranslate();
     const QString clear = text("Clear");
     const QString welcome = text("WelcomeText").replace(u'#', u'\n');
     const QString thinking = text("Thinking");
     const QString modify = text("Modify");
-    useLanguage("en");
+    useListLanguage("en");
     QCOMPARE(list.clearButton()->text(), clear);
     QCOMPARE(list.items()[0]->findChild<AutoResizeTextBrowser *>()->toPlainText(), welcome);
     QCOMPARE(list.items()[1]->findChild<QPushButton *>(QStringLiteral("modifyButton"))->text(), modify);
     QCOMPARE(list.lastBrowser()->toPlainText(), thinking);
     QVERIFY(clear != text("Clear"));
-}
-
-void TestAnswerWidget::tabVisitsTheItemsInOrder()
-{
-    List list;
-    list.addQuestionItem(contextOf(QStringLiteral("q")));
-    list.addHeldAnswer(QStringLiteral("a"));
-    list.typeWhole();
-    QVERIFY(QTest::qWaitForWindowActive(&list));
-    list.area()->setFocus();
-    QStringList visited;
-    for (int count = 0; count < 8; ++count) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        visited += QApplication::focusWidget()->objectName();
-    }
-    QCOMPARE(visited.join(u' '),
-             QStringLiteral("textBrowser textBrowser copyButton modifyButton textBrowser copyButton tryAgainButton "
-                            "clearButton"));
-}
-
-void TestAnswerWidget::focusShowsTheItem()
-{
-    List list;
-    for (int count = 0; count < 40; ++count)
-        list.addQuestionItem(contextOf(QStringLiteral("q")));
-    List::settleEvents();
-    QVERIFY(QTest::qWaitForWindowActive(&list));
-    QVERIFY(list.bar()->value() > 0);
-    list.area()->setFocus();
-    QTest::keyClick(list.area(), Qt::Key_Tab);
-    QCOMPARE(list.bar()->value() < 60, true);
-    QCOMPARE(list.area()->horizontalScrollBar()->value(), 0);
-}
-
-void TestAnswerWidget::wheelOverATextScrollsTheList()
-{
-    List list;
-    for (int count = 0; count < 40; ++count)
-        list.addQuestionItem(contextOf(QStringLiteral("q")));
-    List::settleEvents();
-    const int before = list.bar()->value();
-    QVERIFY(before > 0);
-    const QPoint inText = list.lastBrowser()->mapTo(&list, QPoint(2, 2));
-    QWheelEvent wheel(inText, list.mapToGlobal(inText), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    // Only a wheel from the platform goes on to the parents by itself.
-    bool taken = false;
-    for (QWidget *widget = list.lastBrowser()->viewport(); !taken && widget != nullptr; widget = widget->parentWidget())
-        taken = QCoreApplication::sendEvent(widget, &wheel) && wheel.isAccepted();
-    QVERIFY(list.bar()->value() < before);
 }
 
 void TestAnswerWidget::nothingIsLeftOverOfManyItems()
