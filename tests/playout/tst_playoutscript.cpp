@@ -3,6 +3,7 @@
 #include "script/scriptplayer.h"
 #include "support/waiting.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QImage>
@@ -89,6 +90,7 @@ private:
 
 void PlayoutScriptTest::init()
 {
+    QApplication::setCursorFlashTime(0); // two pictures would differ where it blinks between them
     window = std::make_unique<Window>();
     window->show();
     window->activateWindow();
