@@ -1,17 +1,22 @@
 #pragma once
 
 #include "assistant/assistant.h"
+#include "log/logbook.h"
+#include "log/logcapture.h"
 #include "model/commandexecutor.h"
 #include "model/playoutstate.h"
 #include "view/hosttheme.h"
 #include "view/medialistmodel.h"
 #include "view/pictureloader.h"
 
+#include <QPointer>
+
 #include <memory>
 
 namespace tavro::playout {
 
 class MainWindow;
+class SettingsDialog;
 
 /// The whole host: it starts the assistant in the order that it asks for, carries its commands out, and ends it.
 class Host : public QObject {
@@ -25,6 +30,11 @@ public:
     PlayoutState &state() { return m_state; }
     MediaLibrary &library() { return m_library; }
 
+    LogBook &log() { return m_log; }
+
+    /// Shows the settings, or brings them up where they are shown.
+    void showSettings();
+
     /// Carries a command out and shows what became of it.
     void carryOut(const aiassistant::AgentCmd &command);
 
@@ -32,11 +42,19 @@ private:
     void connectAssistant();
     void connectWindow();
     void showService(const QString &state, bool isGood);
+    void refreshService();
     void showConnection(const QString &text, bool isGood);
     void play(const QString &mediaId, int layer);
     void stop(int layer);
 
-    const Options m_options;
+    void restoreLayout();
+    void keepLayout() const;
+    QString changeSettings(const Options &edited);
+    void dress();
+
+    Options m_options;
+    LogBook m_log;
+    LogCapture m_capture{m_log};
     MediaLibrary m_library;
     PlayoutState m_state;
     CommandExecutor m_executor;
@@ -46,7 +64,10 @@ private:
     // The window has the panel in it, and the panel goes before its controller.
     std::unique_ptr<Assistant> m_assistant;
     std::unique_ptr<MainWindow> m_window;
+    QPointer<SettingsDialog> m_settings;
     QString m_connection; // as last shown
+    QString m_serviceState = QStringLiteral("not asked yet");
+    bool m_isServiceGood = true;
 };
 
 } // namespace tavro::playout

@@ -83,9 +83,9 @@ std::optional<QString> environmentValue(const QString &name)
     return qEnvironmentVariable(variable.constData());
 }
 
-QString standardConfig()
+QString configPath(const QString &name)
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/playout.ini");
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QLatin1Char('/') + name;
 }
 
 } // namespace
@@ -102,8 +102,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("playout"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PLAYOUT_VERSION));
 
-    OptionReader reader(environmentValue, standardConfig());
-    const auto options = reader.read(arguments);
+    OptionReader reader(environmentValue, configPath(QStringLiteral("playout.ini")));
+    auto options = reader.read(arguments);
     if (!options)
         return explain(reader);
     Script script;
@@ -114,6 +114,9 @@ int main(int argc, char *argv[])
             "there is no display to show the window on; without one, only a server runs, or a script is played"));
         return WrongUsage;
     }
+    // A script's pictures are not to depend on what the operator did last.
+    if (options->scriptFile.isEmpty() && canShowWindows())
+        options->layoutFile = configPath(QStringLiteral("layout.ini"));
     const int status = run(*options, script);
     // What the controller left to the event loop, which does not run any more.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

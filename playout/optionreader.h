@@ -5,11 +5,14 @@
 #include "settingsfile.h"
 
 #include <QCommandLineParser>
+#include <QHash>
 #include <QStringList>
 
 #include <optional>
 
 namespace tavro::playout {
+
+struct OptionInfo;
 
 /// Reads the command line and the INI file. The command line holds over the environment, which holds over the file.
 class OptionReader {
@@ -28,22 +31,24 @@ public:
 private:
     void readFile();
     Options readAll();
-    QString text(const QString &name, const QString &preset = {}) const;
-    QString path(const QString &name, const QString &preset = {}) const;
-    QString headerValue(const QString &name, const QString &value);
+    std::optional<QString> environmentValue(const OptionInfo &info) const;
+    QString value(const OptionInfo &info) const;
+    QHash<QString, QString> givers() const;
+    void check(const QString &name, const QString &problem, const QString &value);
+    QString headerValue(const QString &name);
     QString service();
-    QString token() const;
-    QString mediaFolder();
-    QString readableFile(const QString &name, const QString &preset);
+    QString path(const QString &name, QString (*problemOf)(const QString &path));
+    QString script();
     Role role();
     runtime::NatsOptions nats();
-    std::chrono::seconds seconds(const QString &name, int preset);
+    std::chrono::seconds seconds(const QString &name);
     void fail(const QString &why);
 
     QCommandLineParser m_parser;
     SettingsFile m_file;
     runtime::SettingLookup m_environment;
     QString m_standardConfig;
+    QString m_config; // the INI file, whether it is there or not
     QString m_text;
     bool m_wrong = false;
 };

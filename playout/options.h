@@ -2,6 +2,7 @@
 
 #include "nats/natsoptions.h"
 
+#include <QHash>
 #include <QString>
 
 #include <chrono>
@@ -21,6 +22,9 @@ enum class Role {
 QString nameOf(Role role);
 std::optional<Role> roleNamed(const QString &name);
 
+/// @p address as the paths that begin with a slash are put behind it.
+QString withoutEndSlash(QString address);
+
 /// What the program was asked for, by the command line, the environment and the INI file.
 struct Options {
     QString service; ///< base address of the service, without a slash at the end
@@ -35,6 +39,9 @@ struct Options {
     QString scriptFile; ///< empty: no script
     std::chrono::seconds timeout{0};
     std::chrono::seconds tick{0};
+    QString settingsFile; ///< the INI file, which need not exist
+    QString layoutFile; ///< where the window's layout is kept; empty: nowhere
+    QHash<QString, QString> givenBy; ///< of the settings that the INI file cannot change, what gave them
 };
 
 } // namespace tavro::playout

@@ -48,15 +48,20 @@ void Assistant::startServing(const Options &options, const MediaLibrary::Resourc
 {
     m_serving->sigAgentCmds.connect(&Assistant::onCommands, this);
     m_serving->setZVRuntime(m_machines.serving());
+    setService(options);
+    m_serving->createTimer();
+    m_serving->setSingleTickTime(static_cast<int>(options.tick.count()));
+    m_serving->setMediaLibAllResources(library);
+    m_upkeep = std::make_unique<Upkeep>(*m_serving, *m_machines.serving());
+}
+
+void Assistant::setService(const Options &options)
+{
     m_serving->setDomain(options.service);
     m_serving->setToken(options.token);
     m_serving->setUserId(options.userId);
     m_serving->setNode(options.node);
     m_serving->setTimeout(static_cast<int>(options.timeout.count()));
-    m_serving->createTimer();
-    m_serving->setSingleTickTime(static_cast<int>(options.tick.count()));
-    m_serving->setMediaLibAllResources(library);
-    m_upkeep = std::make_unique<Upkeep>(*m_serving, *m_machines.serving());
 }
 
 void Assistant::startShowing(const Options &options)
@@ -122,6 +127,28 @@ void Assistant::checkLanguage()
     Q_EMIT sigRemark(
         QStringLiteral("The assistant does not know the language \"%1\" and speaks English.").arg(m_language), false);
     showing()->switchLanguage("en");
+}
+
+void Assistant::change(const Options &before, const Options &after)
+{
+    if (serving())
+        setService(after);
+    if (serving() && before.tick != after.tick)
+        serving()->setSingleTickTime(static_cast<int>(after.tick.count()));
+    if (m_watch && outcomeLimit(before) != outcomeLimit(after))
+        m_watch->setLimit(outcomeLimit(after));
+    if (showing() && before.themeFile != after.themeFile)
+        showing()->loadTheme(after.themeFile.toLatin1().toStdString());
+    if (showing() && before.language != after.language) {
+        m_language = after.language;
+        showing()->switchLanguage(after.language.toStdString());
+        checkLanguage();
+    }
+}
+
+QStringList Assistant::languages() const
+{
+    return showing() ? TranslateManager::instance().translator().languages() : QStringList();
 }
 
 void Assistant::setLibrary(const MediaLibrary::Resources &library)

@@ -35,6 +35,12 @@ public:
     /// switches to English and says so, and tells the state of the connection.
     void start();
 
+    /// Puts in force what differs between the two and may change while the host runs: all but media, role and broker.
+    void change(const Options &before, const Options &after);
+
+    /// The languages that the assistant speaks; empty where this machine shows none.
+    QStringList languages() const;
+
     /// Hands the media library over again, after it changed.
     void setLibrary(const MediaLibrary::Resources &library);
 
@@ -58,6 +64,7 @@ private:
     void makeControllers(const Options &options, const MediaLibrary::Resources &library);
     void startServing(const Options &options, const MediaLibrary::Resources &library);
     void startShowing(const Options &options);
+    void setService(const Options &options);
     void followQuestions(const Options &options);
     void connectShowing(aiassistant::AiController &controller);
     void connectLink();

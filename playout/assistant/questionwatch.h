@@ -22,6 +22,9 @@ public:
     /// may take, longer than the serving machine's own.
     QuestionWatch(WatchedRuntime &runtime, runtime::MachineRuntime &link, std::chrono::milliseconds limit);
 
+    /// Another limit. A question that is on its way has the whole of it from now on.
+    void setLimit(std::chrono::milliseconds limit) { m_limit.setInterval(limit); }
+
 Q_SIGNALS:
     /// The question, with the reason for the operator as its message.
     void sigGivenUp(const tavro::aiassistant::ChatItemBasic &question);

@@ -7,6 +7,11 @@ namespace tavro::playout {
 HostTheme::HostTheme(const QString &path)
     : m_theme(QStringLiteral("playout.theme"))
 {
+    load(path);
+}
+
+void HostTheme::load(const QString &path)
+{
     QSettings settings(path, QSettings::IniFormat);
     m_theme.readSettings(settings);
 }

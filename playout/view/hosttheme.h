@@ -13,6 +13,9 @@ public:
     /// Reads the theme file at @p path, a resource or a file.
     explicit HostTheme(const QString &path);
 
+    /// Reads another one in its place. What was made of the old one does not change by itself.
+    void load(const QString &path);
+
     /// The colour of a [Colors] key of the theme; magenta where it lacks it, so that a gap is seen.
     QColor color(const char *key) const;
 

@@ -17,7 +17,7 @@ class LibraryPanel : public QFrame {
     Q_OBJECT
 
 public:
-    /// The model must outlive the panel.
+    /// Both must outlive the panel.
     LibraryPanel(MediaListModel &model, const HostTheme &theme);
 
     void focusSearch();

@@ -1,14 +1,17 @@
 #include "view/mainwindow.h"
 
+#include "log/logbook.h"
 #include "model/playoutstate.h"
 #include "view/hosttheme.h"
 #include "view/layertable.h"
 #include "view/librarypanel.h"
 #include "view/logview.h"
+#include "view/mainmenu.h"
 #include "view/mediasizes.h"
 #include "view/stagepanel.h"
 #include "view/statusline.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -47,10 +50,13 @@ QWidget *makeDockTitle(QDockWidget *dock)
 } // namespace
 
 MainWindow::MainWindow(const StageParts &parts, QWidget *panel)
-    : m_status(new StatusLine)
+    : m_book(parts.log)
+    , m_menu(new MainMenu(panel != nullptr))
+    , m_status(new StatusLine)
 {
     setObjectName(QStringLiteral("playout"));
     setWindowTitle(QStringLiteral("Playout"));
+    setMenuBar(m_menu);
     buildMiddle(parts);
     if (panel)
         buildDock(panel);
@@ -58,6 +64,7 @@ MainWindow::MainWindow(const StageParts &parts, QWidget *panel)
     statusBar()->setContentsMargins(0, 0, 0, 0);
     statusBar()->addWidget(m_status, 1);
     resize(standardSize);
+    connectMenu();
     addShortcuts();
     if (panel)
         panel->setFocus();
@@ -92,21 +99,30 @@ void MainWindow::buildDock(QWidget *panel)
     m_dock->setTitleBarWidget(makeDockTitle(m_dock));
     m_dock->setWidget(panel);
     addDockWidget(Qt::RightDockWidgetArea, m_dock);
-    m_status->assistantButton().setChecked(true);
     m_status->assistantButton().show();
+    showAssistantState(true);
     connect(&m_status->assistantButton(), &QPushButton::clicked, this, &MainWindow::setAssistantShown);
+    // The dock still tells when the window is no more than a widget, so the window itself must not be asked.
     connect(m_dock, &QDockWidget::visibilityChanged, &m_status->assistantButton(), &QPushButton::setChecked);
+    connect(m_dock, &QDockWidget::visibilityChanged, &m_menu->assistant(), &QAction::setChecked);
+}
+
+void MainWindow::connectMenu()
+{
+    connect(&m_menu->settings(), &QAction::triggered, this, &MainWindow::sigSettingsWanted);
+    connect(&m_menu->quit(), &QAction::triggered, this, &QWidget::close);
+    connect(&m_menu->search(), &QAction::triggered, m_library, &LibraryPanel::focusSearch);
+    connect(&m_menu->log(), &QAction::triggered, this, &MainWindow::setLogShown);
+    connect(&m_menu->assistant(), &QAction::triggered, this, &MainWindow::setAssistantShown);
+    connect(&m_menu->resetLayout(), &QAction::triggered, this, &MainWindow::resetLayout);
 }
 
 void MainWindow::addShortcuts()
 {
-    const auto add = [this](const QKeySequence &keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-    };
-    add(Qt::Key_F9, [this] { setAssistantShown(!isAssistantShown()); });
-    add(Qt::CTRL + Qt::Key_F, [this] { m_library->focusSearch(); });
-    for (int layer = 1; layer <= 9; ++layer)
-        add(Qt::CTRL + Qt::Key_0 + layer, [this, layer] { m_stage->layers().setTargetLayer(layer); });
+    for (int layer = 1; layer <= 9; ++layer) {
+        auto *const keys = new QShortcut(Qt::CTRL + Qt::Key_0 + layer, this);
+        connect(keys, &QShortcut::activated, this, [this, layer] { m_stage->layers().setTargetLayer(layer); });
+    }
 }
 
 bool MainWindow::isAssistantShown() const
@@ -126,18 +142,66 @@ void MainWindow::setAssistantShown(bool shown)
         Q_EMIT sigAssistantShown();
 }
 
+// Before the window is shown, the dock tells nothing.
+void MainWindow::showAssistantState(bool shown)
+{
+    m_status->assistantButton().setChecked(m_dock && shown);
+    m_menu->assistant().setChecked(m_dock && shown);
+}
+
+bool MainWindow::isLogShown() const
+{
+    return !m_stage->log().isHidden();
+}
+
+void MainWindow::setLogShown(bool shown)
+{
+    m_stage->log().setVisible(shown);
+    m_menu->log().setChecked(shown);
+}
+
+WindowLayout MainWindow::windowLayout() const
+{
+    return {normalGeometry(), isMaximized(), isAssistantShown(), isLogShown(), m_stage->logHeight()};
+}
+
+void MainWindow::setWindowLayout(const WindowLayout &layout)
+{
+    if (!layout.geometry.isNull())
+        setGeometry(layout.geometry);
+    else if (isMaximized())
+        showNormal();
+    if (layout.isMaximized)
+        setWindowState(windowState() | Qt::WindowMaximized);
+    if (m_dock)
+        m_dock->setVisible(layout.isAssistantShown);
+    showAssistantState(layout.isAssistantShown);
+    setLogShown(layout.isLogShown);
+    m_stage->setLogHeight(layout.logHeight);
+}
+
+void MainWindow::resetLayout()
+{
+    setWindowLayout({});
+    resize(standardSize);
+}
+
+void MainWindow::refreshTheme(const QString &styleSheet)
+{
+    setStyleSheet(styleSheet);
+    m_stage->log().refresh();
+}
+
 void MainWindow::showResult(const QString &text, bool isDone)
 {
-    if (isDone)
-        m_stage->log().addDone(text);
-    else
-        m_stage->log().addRefused(text);
-    m_status->showCommand(isDone ? text : QStringLiteral("Refused: ") + text, isDone);
+    const QString line = isDone ? text : QStringLiteral("Refused: ") + text;
+    showRemark(line, isDone);
+    m_status->showCommand(line, isDone);
 }
 
 void MainWindow::showRemark(const QString &text, bool isGood)
 {
-    m_stage->log().addRemark(text, isGood);
+    m_book.add(isGood ? LogLevel::Info : LogLevel::Warning, text);
 }
 
 } // namespace tavro::playout

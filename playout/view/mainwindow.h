@@ -1,5 +1,7 @@
 #pragma once
 
+#include "windowlayout.h"
+
 #include <QMainWindow>
 
 class QDockWidget;
@@ -7,6 +9,8 @@ class QDockWidget;
 namespace tavro::playout {
 
 class LibraryPanel;
+class LogBook;
+class MainMenu;
 class StagePanel;
 class StatusLine;
 struct StageParts;
@@ -30,17 +34,33 @@ public:
     bool isAssistantShown() const;
     void setAssistantShown(bool shown); ///< shown, it gets the keyboard
 
+    bool isLogShown() const;
+    void setLogShown(bool shown);
+
+    /// How the operator arranged the window, and the same again.
+    WindowLayout windowLayout() const;
+    void setWindowLayout(const WindowLayout &layout);
+    void resetLayout();
+
+    /// To be called when the theme changed.
+    void refreshTheme(const QString &styleSheet);
+
 Q_SIGNALS:
     void sigMediaChosen(const QString &mediaId, int layer);
     void sigPlayClicked(int layer);
     void sigStopClicked(int layer);
+    void sigSettingsWanted();
     void sigAssistantShown(); ///< the assistant was hidden and is to be seen again
 
 private:
     void buildMiddle(const StageParts &parts);
     void buildDock(QWidget *panel);
+    void connectMenu();
+    void showAssistantState(bool shown);
     void addShortcuts();
 
+    LogBook &m_book;
+    MainMenu *m_menu = nullptr;
     LibraryPanel *m_library = nullptr;
     StagePanel *m_stage = nullptr;
     QDockWidget *m_dock = nullptr; // null where there is no assistant

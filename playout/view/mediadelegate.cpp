@@ -23,11 +23,7 @@ void centre(QRect &rect, const QRect &in)
 
 MediaDelegate::MediaDelegate(const HostTheme &theme, QObject *parent)
     : QStyledItemDelegate(parent)
-    , m_text(theme.color("DefaultForegroundColor"))
-    , m_ground(theme.color("BackgroundColor_4"))
-    , m_selection(theme.color("Color_Brand_6"))
-    , m_accent(theme.color("Button_Text_Hover"))
-    , m_markText(theme.color("BackgroundColor_1"))
+    , m_theme(theme)
 { }
 
 QSize MediaDelegate::sizeHint(const QStyleOptionViewItem & /*option*/, const QModelIndex & /*index*/) const
@@ -48,7 +44,7 @@ void MediaDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QRect line(cell.left(), picture.bottom() + 1, cell.width(), mediaNameHeight);
     const QString name =
         option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight, line.width());
-    painter->setPen(m_text);
+    painter->setPen(m_theme.color("DefaultForegroundColor"));
     painter->setFont(option.font);
     painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, name);
     painter->restore();
@@ -56,8 +52,8 @@ void MediaDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
 
 void MediaDelegate::paintThumbnail(QPainter &painter, const QRect &area, const QModelIndex &index) const
 {
-    painter.fillRect(area, m_ground);
-    const QPixmap pixmap = index.data(Qt::DecorationRole).value<QPixmap>();
+    painter.fillRect(area, m_theme.color("BackgroundColor_4"));
+    const auto pixmap = index.data(Qt::DecorationRole).value<QPixmap>();
     if (pixmap.isNull())
         return;
     QRect target(QPoint(), (pixmap.size() / pixmap.devicePixelRatio()).boundedTo(area.size()));
@@ -76,9 +72,9 @@ void MediaDelegate::paintMark(QPainter &painter, const QRect &area, const QStrin
     mark.moveTopRight(area.topRight() + QPoint(-markPadding, markPadding));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_accent);
+    painter.setBrush(m_theme.color("Button_Text_Hover"));
     painter.drawRoundedRect(mark, 2, 2);
-    painter.setPen(m_markText);
+    painter.setPen(m_theme.color("BackgroundColor_1"));
     painter.drawText(mark, Qt::AlignCenter, text);
 }
 
@@ -90,7 +86,7 @@ void MediaDelegate::paintFrame(QPainter &painter, const QRect &area, const QStyl
         return;
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
-    QPen pen(focused ? m_accent : m_selection, frameWidth);
+    QPen pen(focused ? m_theme.color("Button_Text_Hover") : m_theme.color("Color_Brand_6"), frameWidth);
     pen.setJoinStyle(Qt::MiterJoin);
     painter.setPen(pen);
     painter.drawRect(area.adjusted(1, 1, -1, -1));

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QStyledItemDelegate>
 
 namespace tavro::playout {
@@ -12,6 +11,7 @@ class MediaDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
+    /// The theme must outlive the delegate.
     MediaDelegate(const HostTheme &theme, QObject *parent);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
@@ -22,11 +22,7 @@ private:
     void paintMark(QPainter &painter, const QRect &area, const QString &text) const;
     void paintFrame(QPainter &painter, const QRect &area, const QStyleOptionViewItem &option) const;
 
-    QColor m_text;
-    QColor m_ground;
-    QColor m_selection;
-    QColor m_accent;
-    QColor m_markText;
+    const HostTheme &m_theme;
 };
 
 } // namespace tavro::playout

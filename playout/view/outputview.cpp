@@ -22,7 +22,7 @@ OutputView::OutputView(const PlayoutState &state, const MediaLibrary &library, P
     , m_library(library)
     , m_loader(loader)
     , m_sources(static_cast<std::size_t>(state.size().layers))
-    , m_text(theme.color("Color_W70"))
+    , m_theme(theme)
 {
     setObjectName(QStringLiteral("outputView"));
     setAccessibleName(QStringLiteral("Picture of the output"));
@@ -88,7 +88,7 @@ void OutputView::paintEvent(QPaintEvent * /*event*/)
         target.moveCenter(area.center());
         painter.drawPixmap(target, picture);
     }
-    painter.setPen(m_text);
+    painter.setPen(m_theme.color("Color_W70"));
     if (isEmpty)
         painter.drawText(area, Qt::AlignCenter, QStringLiteral("Nothing is playing"));
 }

@@ -18,7 +18,7 @@ class OutputView : public QWidget {
     Q_OBJECT
 
 public:
-    /// All that it is given but the theme must outlive the view.
+    /// All that it is given must outlive the view.
     OutputView(const PlayoutState &state, const MediaLibrary &library, PictureLoader &loader, const HostTheme &theme);
     ~OutputView() override;
 
@@ -39,7 +39,7 @@ private:
     const MediaLibrary &m_library;
     PictureLoader &m_loader;
     std::vector<std::unique_ptr<LayerSource>> m_sources; // null where the layer does not play
-    QColor m_text;
+    const HostTheme &m_theme;
 };
 
 } // namespace tavro::playout

@@ -2,18 +2,17 @@
 
 #include <QFrame>
 
-class QButtonGroup;
-class QComboBox;
-class QHBoxLayout;
+class QSplitter;
 
 namespace tavro::playout {
 
 class HostTheme;
 class LayerTable;
+class LogBook;
 class LogView;
 class MediaLibrary;
 class MediaListModel;
-class OutputView;
+class OutputPanel;
 class PictureLoader;
 class PlayoutState;
 
@@ -24,6 +23,7 @@ struct StageParts {
     MediaListModel &media;
     PictureLoader &loader;
     const HostTheme &theme;
+    LogBook &log;
 };
 
 /// The middle of the window: the selected output, the layers of the program on it, and the log.
@@ -31,25 +31,27 @@ class StagePanel : public QFrame {
     Q_OBJECT
 
 public:
-    /// All parts but the theme must outlive the panel.
+    /// All parts must outlive the panel.
     explicit StagePanel(const StageParts &parts);
 
-    LayerTable &layers() { return *m_layers; }
+    LayerTable &layers();
     LogView &log() { return *m_log; }
+
+    /// The height that the operator gave the log; 0: what the picture leaves.
+    int logHeight() const { return m_logHeight; }
+    void setLogHeight(int height);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    QHBoxLayout *buildHeader();
-    void showSelection();
+    void share();
+    void onHandleMoved();
 
-    PlayoutState &m_state;
-    QButtonGroup *m_outputs = nullptr;
-    QComboBox *m_program = nullptr;
-    OutputView *m_view = nullptr;
-    LayerTable *m_layers = nullptr;
+    OutputPanel *m_output = nullptr;
     LogView *m_log = nullptr;
+    QSplitter *m_splitter = nullptr;
+    int m_logHeight = 0;
 };
 
 } // namespace tavro::playout

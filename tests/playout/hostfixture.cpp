@@ -39,6 +39,7 @@ HostFixture::HostFixture()
     options.themeFile = QStringLiteral(":/aiassistant/theme/default_aiassistant.theme");
     options.timeout = std::chrono::seconds(60);
     options.tick = std::chrono::seconds(1);
+    options.settingsFile = data.filePath(QStringLiteral("playout.ini"));
 }
 
 HostFixture::~HostFixture() = default;

@@ -21,10 +21,11 @@ public:
     /// Makes the host anew and shows its window. False where the window does not get the keyboard.
     bool start();
 
-    template <typename Widget>
-    Widget &child(const char *name) const
+    /// A widget or an action of the window.
+    template <typename Child>
+    Child &child(const char *name) const
     {
-        auto *const found = host->window().findChild<Widget *>(QLatin1String(name));
+        auto *const found = host->window().findChild<Child *>(QLatin1String(name));
         if (!found)
             qFatal("there is no %s", name);
         return *found;

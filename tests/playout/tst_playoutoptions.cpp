@@ -21,7 +21,7 @@ private Q_SLOTS:
     void refuses();
     void refusesTheFile_data();
     void refusesTheFile();
-    void helpTellsTheOptions();
+    void tellsWhoGaveAValue();
     void version();
 
 private:
@@ -185,14 +185,19 @@ void PlayoutOptionsTest::refusesTheFile()
     QCOMPARE(text, config + QLatin1Char(' ') + why);
 }
 
-void PlayoutOptionsTest::helpTellsTheOptions()
+void PlayoutOptionsTest::tellsWhoGaveAValue()
 {
-    QVERIFY(!read({QStringLiteral("--help")}));
-    QVERIFY(!wrong);
-    for (const char *name : {"--service", "--token", "--user-id", "--node", "--timeout", "--tick", "--media",
-                             "--language", "--theme", "--role", "--script", "--version", "--help", "--config"})
-        QVERIFY2(text.contains(QLatin1String(name)), name);
-    QVERIFY2(text.contains(QLatin1String("all (the default)")), qPrintable(text));
+    write("service=http://host:1\nnode=file\n");
+    const auto options = read({QStringLiteral("--node=line"), QStringLiteral("--tick"), QStringLiteral("3")},
+                              QStringLiteral("from the environment"));
+    QVERIFY2(options, qPrintable(text));
+    QCOMPARE(options->settingsFile, config);
+    QCOMPARE(options->givenBy,
+             (QHash<QString, QString>{
+                 {QStringLiteral("node"), QStringLiteral("--node on the command line")},
+                 {QStringLiteral("tick"), QStringLiteral("--tick on the command line")},
+                 {QStringLiteral("token"), QStringLiteral("ASSISTANT_TOKEN in the environment")},
+             }));
 }
 
 void PlayoutOptionsTest::version()
