@@ -157,7 +157,8 @@ OptionsResult readOptions(const QStringList &arguments, const QByteArray &enviro
         return {false, {}, QStringLiteral("assistantservice " ASSISTANTSERVICE_VERSION "\n"), 0};
     }
     if (!parser.positionalArguments().isEmpty()) {
-        return {false, {}, QStringLiteral("Unexpected: %1\n").arg(parser.positionalArguments().first()), badOptions};
+        return {
+            false, {}, QStringLiteral("Unexpected: %1\n").arg(parser.positionalArguments().constFirst()), badOptions};
     }
     Values values(parser);
     Options options = readValues(values);

@@ -2,11 +2,9 @@
 
 #include <QString>
 
-namespace tavro::consolehost {
-
 /// What the program writes, in UTF-8: results on standard output, messages on standard error. Control characters are
 /// taken out, so that no text of the service can steer the user's terminal.
-namespace console {
+namespace tavro::consolehost::console {
 
 /// One result with its name in front, on one line.
 void result(const QString &name, const QString &text);
@@ -20,6 +18,4 @@ void message(const QString &text);
 /// Shows that a line may be typed, where a person sits at a terminal.
 void prompt();
 
-} // namespace console
-
-} // namespace tavro::consolehost
+} // namespace tavro::consolehost::console

@@ -98,7 +98,7 @@ std::optional<Options> OptionReader::read(const QStringList &arguments)
 Options OptionReader::readAll()
 {
     if (!m_parser.positionalArguments().isEmpty())
-        fail(QStringLiteral("not understood: %1").arg(m_parser.positionalArguments().first()));
+        fail(QStringLiteral("not understood: %1").arg(m_parser.positionalArguments().constFirst()));
     Options options;
     options.service = service();
     options.token = headerValue(QStringLiteral("token"), qEnvironmentVariable("ASSISTANT_TOKEN"));

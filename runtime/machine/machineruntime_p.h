@@ -21,6 +21,9 @@ class MachineRuntime::Private {
 public:
     Private(MachineRuntime *owner, Roles ownRoles);
 
+    Private(const Private &) = delete;
+    Private &operator=(const Private &) = delete;
+
     void showConnection(Connection connection, const std::string &text);
     void showPresence(const Presence &presence);
     void reportLost(const std::string &name, const std::string &reason);

@@ -49,8 +49,9 @@ private:
 
 QStringList addresses(const QString &list)
 {
+    const QStringList parts = list.split(QLatin1Char(','), Qt::SkipEmptyParts);
     QStringList servers;
-    for (const QString &server : list.split(QLatin1Char(','), Qt::SkipEmptyParts))
+    for (const QString &server : parts)
         servers += server.trimmed();
     return servers;
 }

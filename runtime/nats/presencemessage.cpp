@@ -24,8 +24,9 @@ constexpr std::size_t longestText = 512;
 // A name is shown and logged, whoever sent it.
 std::string printable(const std::string &name)
 {
+    const QString given = QString::fromStdString(name);
     QString kept;
-    for (const QChar c : QString::fromStdString(name)) {
+    for (const QChar c : given) {
         if (c.isPrint() || c.isSurrogate())
             kept += c;
     }

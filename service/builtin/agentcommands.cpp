@@ -50,9 +50,12 @@ QVector<int> orNone(const QVector<int> &numbers)
 
 void append(QJsonArray &commands, const Intent &intent, const MediaNames &names)
 {
-    for (const int program : orNone(intent.places.programs)) {
-        for (const int output : orNone(intent.places.outputs)) {
-            for (const int layer : orNone(intent.places.layers)) {
+    const QVector<int> programs = orNone(intent.places.programs);
+    const QVector<int> outputs = orNone(intent.places.outputs);
+    const QVector<int> layers = orNone(intent.places.layers);
+    for (const int program : programs) {
+        for (const int output : outputs) {
+            for (const int layer : layers) {
                 QJsonObject params = commonParams(intent, names);
                 insertNumber(params, QStringLiteral("programId"), program);
                 insertNumber(params, QStringLiteral("outputId"), output);

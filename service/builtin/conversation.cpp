@@ -21,7 +21,8 @@ const Vocabulary &words()
 // Nothing but small words is left: the sentence was an answer and not a new subject.
 bool isSpent(const Clause &clause)
 {
-    for (const Token &token : clause.rest()) {
+    const Tokens rest = clause.rest();
+    for (const Token &token : rest) {
         const bool small = token.kind == Token::Kind::Pause || words().filler.contains(token)
             || words().polite.contains(token) || words().preposition.contains(token) || words().volume.contains(token)
             || words().play.contains(token) || words().after.contains(token) || words().number.contains(token);

@@ -18,8 +18,10 @@ struct WordValue {
 void addWords(QHash<QString, WordValue> &table, const char16_t *words, int first, int step, bool ordinal)
 {
     int value = first;
-    for (const QString &group : QString::fromUtf16(words).split(QLatin1Char(' '))) {
-        for (const QString &word : group.split(QLatin1Char('/'))) {
+    const QStringList groups = QString::fromUtf16(words).split(QLatin1Char(' '));
+    for (const QString &group : groups) {
+        const QStringList spellings = group.split(QLatin1Char('/'));
+        for (const QString &word : spellings) {
             table.insert(word, {value, ordinal});
         }
         value += step;
@@ -182,7 +184,8 @@ bool Number::isWhole() const
 Number numberAt(const Tokens &tokens, int from)
 {
     const Token &first = tokens[from];
-    const bool minus = first.text == QLatin1String("-") || first.text == QChar(0x2212) || minusWords().contains(first);
+    const bool minus =
+        first.text == QLatin1String("-") || first.text == QStringLiteral("\u2212") || minusWords().contains(first);
     if (!minus) {
         return positiveNumberAt(tokens, from);
     }

@@ -48,8 +48,9 @@ Understanding understandPlayback(const QString &sentence, const MediaNames &name
         return {};
     }
     const ClauseReader reader(sentence, names);
+    const QVector<Tokens> clauses = splitClauses(tokens);
     Understanding understanding;
-    for (const Tokens &clause : splitClauses(tokens)) {
+    for (const Tokens &clause : clauses) {
         const bool afterPlay =
             !understanding.intents.isEmpty() && understanding.intents.last().action == Intent::Action::Play;
         const ClauseMeaning meaning = reader.read(clause, afterPlay);
@@ -68,7 +69,8 @@ Understanding understandPictureWish(const QString &prompt)
     const QVector<MediaItem> noMedia;
     const MediaNames noNames(noMedia);
     const ClauseReader reader(prompt, noNames);
-    for (const Tokens &tail : tailsOf(tokenize(prompt))) {
+    const QVector<Tokens> tails = tailsOf(tokenize(prompt));
+    for (const Tokens &tail : tails) {
         const ClauseMeaning meaning = reader.readPictureWish(tail);
         if (meaning.understood) {
             Understanding understanding;

@@ -10,8 +10,9 @@ const QLatin1Char star('*');
 
 QStringList words(const QString &phrase)
 {
+    const Tokens tokens = tokenize(phrase);
     QStringList texts;
-    for (const Token &token : tokenize(phrase)) {
+    for (const Token &token : tokens) {
         texts.append(token.text);
     }
     if (phrase.endsWith(star)) {

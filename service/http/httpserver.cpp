@@ -118,7 +118,7 @@ bool HttpServer::process_and_close_socket(socket_t socket)
     bool open = stream.waitForRequest(m_settings.clientLimit, false);
     for (int left = requestsPerConnection; open; --left) {
         stream.startRequest();
-        Exchange &exchange = startExchange(stream);
+        const Exchange &exchange = startExchange(stream);
         const bool last = left == 1 || m_wakeups.isStopped();
         bool closed = false;
         open = process_request(stream, last, closed, nullptr) && !closed && !last;

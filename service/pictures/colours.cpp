@@ -75,7 +75,7 @@ double lightnessOf(const QColor &colour)
 
 Palette paletteFor(const Subject &subject)
 {
-    Random random(subject.seed ^ 0x5EEDu);
+    Random random(subject.seed ^ 0x5EEDU);
     Palette palette = basicPalette(subject.daytime, random.between(-20, 20));
     if (subject.motifs.testFlag(Motif::Autumn)) {
         tint(palette.near, 24, 0.70, 0.8);

@@ -4,9 +4,10 @@ namespace tavro::assistantservice {
 
 quint64 hashOf(const QString &text)
 {
-    quint64 hash = 0xCBF29CE484222325u;
-    for (const char byte : text.toUtf8()) {
-        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3u;
+    const QByteArray bytes = text.toUtf8();
+    quint64 hash = 0xCBF29CE484222325U;
+    for (const char byte : bytes) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
     }
     return hash;
 }
@@ -17,10 +18,10 @@ Random::Random(quint64 seed)
 
 quint64 Random::next()
 {
-    m_state += 0x9E3779B97F4A7C15u;
+    m_state += 0x9E3779B97F4A7C15U;
     quint64 value = m_state;
-    value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9u;
-    value = (value ^ (value >> 27)) * 0x94D049BB133111EBu;
+    value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9U;
+    value = (value ^ (value >> 27)) * 0x94D049BB133111EBU;
     return value ^ (value >> 31);
 }
 

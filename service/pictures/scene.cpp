@@ -15,7 +15,7 @@ constexpr double bottom = Scene::height + 10;
 class Composer {
 public:
     Composer(const Subject &subject, double width)
-        : m_random(subject.seed ^ 0xC0FFEEu)
+        : m_random(subject.seed ^ 0xC0FFEEU)
     {
         m_scene.subject = subject;
         m_scene.palette = paletteFor(subject);

@@ -25,7 +25,8 @@ QHash<QString, Style> makeTable()
     };
     QHash<QString, Style> table;
     for (const auto &[style, list] : names) {
-        for (const QString &name : QString::fromUtf16(list).split(QLatin1Char('|'))) {
+        const QStringList spellings = QString::fromUtf16(list).split(QLatin1Char('|'));
+        for (const QString &name : spellings) {
             table.insert(nameKey(name).compact, style);
         }
     }

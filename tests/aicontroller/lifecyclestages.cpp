@@ -48,6 +48,14 @@ bool decode(LifecycleScene &scene)
     return eventually([&] { return scene.d().pendingImagePack.source.url.empty(); });
 }
 
+// A reply that went before it was looked at, whose failure takes its turn behind another one's picture.
+bool failBehindAnother(LifecycleScene &scene)
+{
+    scene.d().decoder.decode(QByteArrayLiteral("no picture"), [](const QImage &) {});
+    scene.d().slotQueryImageDataFinished();
+    return true;
+}
+
 bool everything(LifecycleScene &scene)
 {
     if (!pollWith(scene, ControllerFixture::readyText().heldAfter(5)))
@@ -154,6 +162,7 @@ const std::vector<Stage> &stages()
              return scene.isReading();
          }},
         {"picture being decoded", decode},
+        {"failed picture behind another", failBehindAnother},
         {"picture without an address",
          [](Scene &scene) {
              scene.controller->queryImageData({});

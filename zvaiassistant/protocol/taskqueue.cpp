@@ -29,7 +29,7 @@ std::packaged_task<void()> TaskQueue::pop()
 
 void TaskQueue::close()
 {
-    std::deque<std::packaged_task<void()>> dropped;
+    std::deque<std::packaged_task<void()>> dropped; // cppcheck-suppress variableScope ; goes after the lock
     {
         const std::lock_guard lock(m_mutex);
         m_closed = true;

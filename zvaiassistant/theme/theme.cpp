@@ -21,7 +21,7 @@ void changeTheme(ZT::Theme *theme, const QString &a, const QString &b)
 void changeAppStyleSheet(ZT::Theme *theme, const QString &a, const QString &b)
 {
     changeTheme(theme, a, b);
-    const auto application = qobject_cast<QApplication *>(QCoreApplication::instance());
+    auto *const application = qobject_cast<QApplication *>(QCoreApplication::instance());
     if (!application) {
         qCWarning(lcTheme) << "no QApplication is running, so no style sheet is set";
         return;

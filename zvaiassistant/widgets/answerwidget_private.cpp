@@ -29,7 +29,8 @@ bool isHiddenForGood(const QWidget &widget)
 std::vector<QWidget *> tabStops(const QWidget &widget)
 {
     std::vector<QWidget *> stops;
-    for (QWidget *const child : widget.findChildren<QWidget *>()) {
+    const auto children = widget.findChildren<QWidget *>();
+    for (QWidget *const child : children) {
         if ((child->focusPolicy() & Qt::TabFocus) != 0 && !isHiddenForGood(*child))
             stops.push_back(child);
     }

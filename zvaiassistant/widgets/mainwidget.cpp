@@ -108,39 +108,37 @@ void MainWidget::switchLanguage()
 
 void MainWidget::updateStyleSheet(const QString &sheet)
 {
-    QMetaObject::invokeMethod(d.get(), "onUpdateStyleSheet", Qt::AutoConnection, Q_ARG(const QString &, sheet));
+    QMetaObject::invokeMethod(d.get(), "onUpdateStyleSheet", Qt::AutoConnection, Q_ARG(QString, sheet));
 }
 
 void MainWidget::slotTextGeneratedFinished(const TextGeneratedPack &pack)
 {
-    QMetaObject::invokeMethod(d.get(), "onTextGeneratedFinished", Qt::AutoConnection,
-                              Q_ARG(const TextGeneratedPack &, pack));
+    QMetaObject::invokeMethod(d.get(), "onTextGeneratedFinished", Qt::AutoConnection, Q_ARG(TextGeneratedPack, pack));
 }
 
 void MainWidget::slotPictureGeneratedFinished(const QString &question, const PictureGenerateInfo &info,
                                               const AIImage &image)
 {
-    QMetaObject::invokeMethod(d.get(), "onPictureGeneratedFinished", Qt::AutoConnection,
-                              Q_ARG(const QString &, question), Q_ARG(const PictureGenerateInfo &, info),
-                              Q_ARG(const AIImage &, image));
+    QMetaObject::invokeMethod(d.get(), "onPictureGeneratedFinished", Qt::AutoConnection, Q_ARG(QString, question),
+                              Q_ARG(PictureGenerateInfo, info), Q_ARG(AIImage, image));
 }
 
 void MainWidget::slotRequestFailed(const ChatItemBasic &basic)
 {
     const ChatItemContext context = contextOf(basic, "RequestError");
-    QMetaObject::invokeMethod(d.get(), "onRequestFailed", Qt::AutoConnection, Q_ARG(const ChatItemContext &, context));
+    QMetaObject::invokeMethod(d.get(), "onRequestFailed", Qt::AutoConnection, Q_ARG(ChatItemContext, context));
 }
 
 void MainWidget::slotRequestTimeout(const ChatItemBasic &basic)
 {
     const ChatItemContext context = contextOf(basic, "ResponseOut");
-    QMetaObject::invokeMethod(d.get(), "dealRequestError", Qt::AutoConnection, Q_ARG(const ChatItemContext &, context));
+    QMetaObject::invokeMethod(d.get(), "dealRequestError", Qt::AutoConnection, Q_ARG(ChatItemContext, context));
 }
 
 void MainWidget::slotDealRequestError(const ChatItemBasic &basic)
 {
     const ChatItemContext context = contextOf(basic);
-    QMetaObject::invokeMethod(d.get(), "dealRequestError", Qt::AutoConnection, Q_ARG(const ChatItemContext &, context));
+    QMetaObject::invokeMethod(d.get(), "dealRequestError", Qt::AutoConnection, Q_ARG(ChatItemContext, context));
 }
 
 void MainWidget::slotDeleteGeneratingItem()

@@ -295,12 +295,16 @@ void TestMainWidget::withoutControllerTheWishIsRefused()
 {
     MainWidget lonely;
     lonely.setAIController(nullptr);
-    const ExpectedLog refused(f->log, QStringLiteral("no controller is set"), 2);
+    const ExpectedLog refused(f->log, QStringLiteral("no controller is set"), 5);
     auto *const lonelyEdit = lonely.findChild<QTextEdit *>(QStringLiteral("askEdit"));
     QTest::keyClicks(lonelyEdit, QStringLiteral("anyone?"));
     QTest::keyClick(lonelyEdit, Qt::Key_Return);
     QVERIFY(lonelyEdit->isEnabled());
+    Q_EMIT lonely.findChild<AskWidget *>()->sigSendToGenrateImage(PictureGenerateInfo());
+    QVERIFY(lonelyEdit->isEnabled());
     Q_EMIT lonely.findChild<AskWidget *>()->sigActiveDeepSeekModel(true);
+    Q_EMIT lonely.findChild<AskWidget *>()->sigActiverOnlineSearch(true);
+    Q_EMIT lonely.findChild<AnswerWidget *>()->sigDownloadButtonClicked(AIImage());
     lonely.resetMainWidget();
 }
 

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void smallScreenKeepsTheButtonsInReach();
     void pictureIsScaledToTheLabelsHeight_data();
     void pictureIsScaledToTheLabelsHeight();
+    void pictureIsScaledAnewForAnotherScreensScale();
     void missingPictureIsSaid();
     void pictureComesBackAfterAMissingOne();
     void browsingDoesNothing();
@@ -178,6 +179,18 @@ void TestPictureViewer::pictureIsScaledToTheLabelsHeight()
     QCOMPARE(shown().size() / shown().devicePixelRatio(), shownSize);
     QCOMPARE(shown().devicePixelRatio(), m_viewer->devicePixelRatioF());
     QVERIFY(!child<QLabel>("picture")->hasScaledContents());
+}
+
+void TestPictureViewer::pictureIsScaledAnewForAnotherScreensScale()
+{
+    m_viewer->showImage(image({1920, 1080}, "u"));
+    const QPixmap sharp = shown();
+    QPixmap ofAnotherScreen = sharp.scaled(sharp.size() * 2);
+    ofAnotherScreen.setDevicePixelRatio(sharp.devicePixelRatio() * 2);
+    child<QLabel>("picture")->setPixmap(ofAnotherScreen);
+    open();
+    QCOMPARE(shown().devicePixelRatio(), sharp.devicePixelRatio());
+    QCOMPARE(shown().size(), sharp.size());
 }
 
 void TestPictureViewer::missingPictureIsSaid()

@@ -131,6 +131,8 @@ private Q_SLOTS:
     void removedItemLeavesNoGap();
     void otherWidthPlacesAllAnew();
     void changeOfAWidgetElsewhereIsHarmless();
+    void itemInsertedWithinAnothersChangeIsPlaced();
+    void growsLikeAPlainOne();
 };
 
 void TestChatColumn::emptyColumnIsLikeAPlainOne()
@@ -301,6 +303,36 @@ void TestChatColumn::changeOfAWidgetElsewhereIsHarmless()
     const ChatColumn::ItemChange noItem(&notInColumn);
     fill(column, 1);
     QCOMPARE(column.boxes()[0]->y(), 20);
+}
+
+// Through the base class's interface, of which the change has the column think nothing.
+void TestChatColumn::itemInsertedWithinAnothersChangeIsPlaced()
+{
+    Tested tested;
+    Plain plain;
+    for (int height : {20, 30}) {
+        tested.layout->append(new Box(height));
+        plain.layout->insertWidget(plain.layout->count() - 1, new Box(height));
+    }
+    compare(tested, plain);
+    {
+        const ChatColumn::ItemChange change(tested.boxes()[1]);
+        tested.layout->insertWidget(0, new Box(40));
+        plain.layout->insertWidget(0, new Box(40));
+        QCOMPARE(tested.layout->minimumSize().height(), plain.layout->minimumSize().height());
+    }
+    compare(tested, plain);
+}
+
+void TestChatColumn::growsLikeAPlainOne()
+{
+    Tested tested;
+    Plain plain;
+    fill(tested, 1);
+    plain.layout->insertWidget(0, new Box(20));
+    QCOMPARE(tested.layout->maximumSize(), plain.layout->maximumSize());
+    QCOMPARE(tested.layout->expandingDirections(), plain.layout->expandingDirections());
+    QCOMPARE(tested.layout->hasHeightForWidth(), plain.layout->hasHeightForWidth());
 }
 
 QTEST_MAIN(TestChatColumn)

@@ -87,6 +87,7 @@ private Q_SLOTS:
     void initTestCase();
     void metaObjectHasItsSignalsInOrder();
     void kindsHaveTheirValues();
+    void kindsOfAConversationHaveNoTextOfTheirOwn();
     void eachKindIsBuiltAsItsOwn_data();
     void eachKindIsBuiltAsItsOwn();
     void boxIsAsWideAsWhatItHolds();
@@ -137,6 +138,14 @@ void TestChatItemWidget::kindsHaveTheirValues()
     QCOMPARE(static_cast<std::int32_t>(Kind::AnswerImage), 3);
     QCOMPARE(static_cast<std::int32_t>(Kind::TextGenerating), 4);
     QCOMPARE(static_cast<std::int32_t>(Kind::ImageGenerating), 5);
+}
+
+void TestChatItemWidget::kindsOfAConversationHaveNoTextOfTheirOwn()
+{
+    for (const Kind kind : {Kind::Question, Kind::AnswerText, Kind::AnswerImage})
+        QCOMPARE(ChatItemWidget::fixedText(kind), QString());
+    for (const Kind kind : {Kind::Hello, Kind::TextGenerating, Kind::ImageGenerating})
+        QVERIFY(!ChatItemWidget::fixedText(kind).isEmpty());
 }
 
 void TestChatItemWidget::eachKindIsBuiltAsItsOwn_data()

@@ -51,6 +51,7 @@ private Q_SLOTS:
     void thousandLinesAreAsTheRuleHasThem();
     void widthsAtTheEdgeOfARow_data();
     void widthsAtTheEdgeOfARow();
+    void fewerCharactersAreAsIfTypedSoFar();
     void sizeFollowsTheFont();
     void nothingDrawnIsCut_data() { everyTickIsAsTheRuleHasIt_data(); }
     void nothingDrawnIsCut();
@@ -151,6 +152,19 @@ void TestSizeRule::widthsAtTheEdgeOfARow()
     QCOMPARE(QFontMetricsF(font).horizontalAdvance(QString(letters, u'港')), letters * 85.25);
     QCOMPARE(text.size().height(), rows * text.rowHeight());
     QCOMPARE(text.size(), literalSize(font, QString(letters, u'港')));
+}
+
+void TestSizeRule::fewerCharactersAreAsIfTypedSoFar()
+{
+    const QFont font = pixelFont(QStringLiteral("DejaVu Sans"), 14);
+    TypedText text;
+    text.setFont(font);
+    text.setText(englishAnswer());
+    for (const int count : {englishAnswer().size(), 30, 10}) {
+        text.showFirst(count);
+        QCOMPARE(text.shown(), englishAnswer().left(count));
+        QCOMPARE(text.size(), literalSize(font, englishAnswer().left(count)));
+    }
 }
 
 void TestSizeRule::sizeFollowsTheFont()

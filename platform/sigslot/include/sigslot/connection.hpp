@@ -102,9 +102,11 @@ class scoped_connection : public connection {
 public:
     scoped_connection() = default;
     // Implicit, so that what connect() returns can be kept in one.
+    // cppcheck-suppress noExplicitConstructor
     scoped_connection(const connection &kept) noexcept
         : connection(kept)
     { }
+    // cppcheck-suppress noExplicitConstructor
     scoped_connection(connection &&kept) noexcept
         : connection(std::move(kept))
     { }

@@ -44,7 +44,7 @@ private:
 
     void keep(const connection &made)
     {
-        std::vector<scoped_connection> ended;
+        std::vector<scoped_connection> ended; // cppcheck-suppress variableScope ; goes after the lock
         const std::lock_guard<Lockable> lock(m_lock);
         if (m_connections.size() == m_connections.capacity())
             takeEnded(ended);

@@ -48,7 +48,7 @@ template <typename Pointer>
 const void *address_of(const Pointer &pointer)
 {
     if constexpr (std::is_pointer_v<Pointer>)
-        return pointer;
+        return pointer; // cppcheck-suppress CastIntegerToAddressAtReturn ; it was just asked
     else
         return pointer.get();
 }
