@@ -1,8 +1,8 @@
 #include "optionreader.h"
 
+#include "hostkit/optionrules.h"
 #include "optionhelp.h"
 #include "optionlist.h"
-#include "optionrules.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -72,9 +72,9 @@ Options OptionReader::readAll()
     options.node = headerValue(QStringLiteral("node"));
     options.timeout = seconds(QStringLiteral("timeout"));
     options.tick = seconds(QStringLiteral("tick"));
-    options.mediaFolder = path(QStringLiteral("media"), problemOfFolder);
+    options.mediaFolder = path(QStringLiteral("media"), hostkit::problemOfFolder);
     options.language = value(settingInfo(QStringLiteral("language")));
-    options.themeFile = path(QStringLiteral("theme"), problemOfTheme);
+    options.themeFile = path(QStringLiteral("theme"), hostkit::problemOfTheme);
     options.role = role();
     options.nats = nats();
     options.scriptFile = script();
@@ -118,7 +118,7 @@ QString OptionReader::headerValue(const QString &name)
 {
     const QString text = value(settingInfo(name));
     // The value itself would break the message.
-    if (const QString problem = problemOfHeaderValue(text); !problem.isEmpty())
+    if (const QString problem = hostkit::problemOfHeaderValue(text); !problem.isEmpty())
         fail(name + QLatin1Char(' ') + problem);
     return text;
 }
@@ -127,15 +127,15 @@ QString OptionReader::service()
 {
     const QString name = QStringLiteral("service");
     const QString address = value(settingInfo(name));
-    check(name, problemOfService(address), address);
-    return withoutEndSlash(address);
+    check(name, hostkit::problemOfService(address), address);
+    return hostkit::withoutEndSlash(address);
 }
 
 QString OptionReader::path(const QString &name, QString (*problemOf)(const QString &path))
 {
     const QString preset = settingInfo(name).preset;
     QString path = m_parser.isSet(name) ? m_parser.value(name) : m_file.path(name).value_or(preset);
-    if (path != preset && !(path.isEmpty() && problemOf == problemOfFolder))
+    if (path != preset && !(path.isEmpty() && problemOf == hostkit::problemOfFolder))
         check(name, problemOf(path), path);
     return path;
 }
@@ -146,7 +146,7 @@ QString OptionReader::script()
     if (!m_parser.isSet(name))
         return {};
     QString file = m_parser.value(name);
-    check(name, problemOfFile(file), file);
+    check(name, hostkit::problemOfFile(file), file);
     return file;
 }
 
@@ -174,7 +174,7 @@ runtime::NatsOptions OptionReader::nats()
 std::chrono::seconds OptionReader::seconds(const QString &name)
 {
     const QString given = value(settingInfo(name));
-    check(name, problemOfSeconds(given), given);
+    check(name, hostkit::problemOfSeconds(given), given);
     return std::chrono::seconds(given.toInt());
 }
 

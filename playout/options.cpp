@@ -34,11 +34,4 @@ std::optional<Role> roleNamed(const QString &name)
     return std::nullopt;
 }
 
-QString withoutEndSlash(QString address)
-{
-    while (address.endsWith(QLatin1Char('/')))
-        address.chop(1);
-    return address;
-}
-
 } // namespace tavro::playout

@@ -22,9 +22,6 @@ enum class Role {
 QString nameOf(Role role);
 std::optional<Role> roleNamed(const QString &name);
 
-/// @p address as the paths that begin with a slash are put behind it.
-QString withoutEndSlash(QString address);
-
 /// What the program was asked for, by the command line, the environment and the INI file.
 struct Options {
     QString service; ///< base address of the service, without a slash at the end

@@ -1,19 +1,15 @@
 #include "optionreader.h"
 
+#include "hostkit/optionrules.h"
 #include "pictureratio.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QUrl>
 
 namespace tavro::consolehost {
 
 using aiassistant::PictureGenerateInfo;
 
 namespace {
-
-// The controller counts milliseconds in 32 bits.
-constexpr int mostSeconds = 2'000'000;
 
 QString description()
 {
@@ -54,17 +50,6 @@ QList<QCommandLineOption> allOptions()
         option("timeout", "How long an answer may take (default: 60).", "SECONDS", QStringLiteral("60")),
         option("tick", "How often the service is asked for the answer (default: 1).", "SECONDS", QStringLiteral("1")),
     };
-}
-
-bool hasLineBreakOrNul(const QString &value)
-{
-    return value.contains(QLatin1Char('\n')) || value.contains(QLatin1Char('\r')) || value.contains(QChar::Null);
-}
-
-bool isServiceAddress(const QUrl &url)
-{
-    const bool http = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
-    return url.isValid() && http && !url.host().isEmpty() && !url.hasQuery() && !url.hasFragment();
 }
 
 } // namespace
@@ -117,22 +102,20 @@ Options OptionReader::readAll()
 
 QString OptionReader::service()
 {
-    QString address = m_parser.value(QStringLiteral("service"));
+    const QString option = QStringLiteral("service");
+    const QString address = m_parser.value(option);
     if (address.isEmpty())
         fail(QStringLiteral("--service is missing: the address of the service, for example http://127.0.0.1:8080"));
-    else if (!isServiceAddress(QUrl(address)))
-        fail(QStringLiteral("--service is not an address like http://127.0.0.1:8080: %1").arg(address));
-    // The paths that are put behind it begin with a slash.
-    while (address.endsWith(QLatin1Char('/')))
-        address.chop(1);
-    return address;
+    check(option, hostkit::problemOfService(address), address);
+    return hostkit::withoutEndSlash(address);
 }
 
 QString OptionReader::headerValue(const QString &option, const QString &fallback)
 {
     QString value = m_parser.isSet(option) ? m_parser.value(option) : fallback;
-    if (hasLineBreakOrNul(value))
-        fail(QStringLiteral("--%1 has a line break in it").arg(option));
+    // The value itself would break the message.
+    if (const QString problem = hostkit::problemOfHeaderValue(value); !problem.isEmpty())
+        fail(QStringLiteral("--%1 %2").arg(option, problem));
     return value;
 }
 
@@ -140,9 +123,8 @@ QString OptionReader::mediaFolder()
 {
     const QString option = QStringLiteral("media");
     QString folder = m_parser.value(option);
-    const QFileInfo info(folder);
-    if (m_parser.isSet(option) && !(info.isDir() && info.isReadable()))
-        fail(QStringLiteral("--media is not a folder that can be read: %1").arg(folder));
+    if (m_parser.isSet(option))
+        check(option, hostkit::problemOfFolder(folder), folder);
     return folder;
 }
 
@@ -179,14 +161,15 @@ std::vector<Step> OptionReader::questions(const PictureGenerateInfo &defaults)
 
 std::chrono::seconds OptionReader::seconds(const QString &option)
 {
-    bool isNumber = false;
-    const int number = m_parser.value(option).toInt(&isNumber);
-    if (!isNumber || number <= 0 || number > mostSeconds)
-        fail(QStringLiteral("--%1 takes a whole number of seconds from 1 to %2: %3")
-                 .arg(option)
-                 .arg(mostSeconds)
-                 .arg(m_parser.value(option)));
-    return std::chrono::seconds(number);
+    const QString given = m_parser.value(option);
+    check(option, hostkit::problemOfSeconds(given), given);
+    return std::chrono::seconds(given.toInt());
+}
+
+void OptionReader::check(const QString &option, const QString &problem, const QString &value)
+{
+    if (!problem.isEmpty())
+        fail(QStringLiteral("--%1 %2: %3").arg(option, problem, value));
 }
 
 // The first error is the one that is told.

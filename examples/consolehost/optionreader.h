@@ -28,6 +28,7 @@ private:
     aiassistant::PictureGenerateInfo picture();
     std::vector<Step> questions(const aiassistant::PictureGenerateInfo &defaults);
     std::chrono::seconds seconds(const QString &option);
+    void check(const QString &option, const QString &problem, const QString &value);
     void fail(const QString &why);
 
     QCommandLineParser m_parser;

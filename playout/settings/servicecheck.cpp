@@ -1,6 +1,6 @@
 #include "settings/servicecheck.h"
 
-#include "optionrules.h"
+#include "hostkit/optionrules.h"
 #include "protocol/httpclientwrapper.h"
 
 #include <QElapsedTimer>
@@ -122,7 +122,7 @@ ServiceReport reportOnFailure(const QUrl &address)
 
 ServiceReport checkService(const ServiceAccess &access, const std::shared_ptr<aiassistant::TaskQueue> &worker)
 {
-    if (const QString problem = problemOfService(access.address); !problem.isEmpty())
+    if (const QString problem = hostkit::problemOfService(access.address); !problem.isEmpty())
         return {Outcome::BadAddress, QStringLiteral("This %1.").arg(problem)};
     HttpClientWrapper client;
     client.init(worker);

@@ -1,6 +1,6 @@
 #include "view/settingsform.h"
 
-#include "optionrules.h"
+#include "hostkit/optionrules.h"
 #include "view/mediasizes.h"
 #include "view/settingschoices.h"
 #include "view/settingsfield.h"
@@ -133,7 +133,7 @@ QSpinBox *SettingsForm::addSeconds(const QString &setting, const QString &name, 
 {
     auto *const box = new QSpinBox;
     box->setObjectName(QStringLiteral("settings") + setting.at(0).toUpper() + setting.mid(1));
-    box->setRange(1, mostSeconds);
+    box->setRange(1, hostkit::mostSeconds);
     box->setSuffix(QStringLiteral(" s"));
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     box->setValue(static_cast<int>(value.count()));
@@ -208,7 +208,7 @@ QString SettingsForm::themeFile() const
 Options SettingsForm::edited() const
 {
     Options options = m_options;
-    options.service = withoutEndSlash(textOf(*m_service, m_options.service));
+    options.service = hostkit::withoutEndSlash(textOf(*m_service, m_options.service));
     options.token = textOf(*m_token, m_options.token);
     options.userId = textOf(*m_userId, m_options.userId);
     options.node = textOf(*m_node, m_options.node);
@@ -223,13 +223,13 @@ Options SettingsForm::edited() const
 void SettingsForm::onEdited()
 {
     const Options options = edited();
-    check(QStringLiteral("service"), QStringLiteral("This"), problemOfService(options.service));
-    check(QStringLiteral("token"), QStringLiteral("The token"), problemOfHeaderValue(options.token));
-    check(QStringLiteral("user-id"), QStringLiteral("The user id"), problemOfHeaderValue(options.userId));
-    check(QStringLiteral("node"), QStringLiteral("The name"), problemOfHeaderValue(options.node));
-    check(QStringLiteral("theme file"), QStringLiteral("This"), problemOfTheme(options.themeFile));
+    check(QStringLiteral("service"), QStringLiteral("This"), hostkit::problemOfService(options.service));
+    check(QStringLiteral("token"), QStringLiteral("The token"), hostkit::problemOfHeaderValue(options.token));
+    check(QStringLiteral("user-id"), QStringLiteral("The user id"), hostkit::problemOfHeaderValue(options.userId));
+    check(QStringLiteral("node"), QStringLiteral("The name"), hostkit::problemOfHeaderValue(options.node));
+    check(QStringLiteral("theme file"), QStringLiteral("This"), hostkit::problemOfTheme(options.themeFile));
     check(QStringLiteral("media"), QStringLiteral("This"),
-          options.mediaFolder.isEmpty() ? QString() : problemOfFolder(options.mediaFolder));
+          options.mediaFolder.isEmpty() ? QString() : hostkit::problemOfFolder(options.mediaFolder));
     Q_EMIT sigChanged();
 }
 

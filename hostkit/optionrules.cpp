@@ -1,9 +1,9 @@
-#include "optionrules.h"
+#include "hostkit/optionrules.h"
 
 #include <QFileInfo>
 #include <QUrl>
 
-namespace tavro::playout {
+namespace tavro::hostkit {
 
 namespace {
 
@@ -23,6 +23,13 @@ bool isServiceAddress(const QUrl &url)
 QString problemOfService(const QString &address)
 {
     return isServiceAddress(QUrl(address)) ? QString() : QStringLiteral("is not an address like http://127.0.0.1:8080");
+}
+
+QString withoutEndSlash(QString address)
+{
+    while (address.endsWith(QLatin1Char('/')))
+        address.chop(1);
+    return address;
 }
 
 QString problemOfHeaderValue(const QString &value)
@@ -58,4 +65,4 @@ QString problemOfTheme(const QString &path)
     return problemOfFile(path);
 }
 
-} // namespace tavro::playout
+} // namespace tavro::hostkit
