@@ -35,8 +35,9 @@ public:
 
     ~MachineRuntime() override;
 
-    Connection connection() const; ///< the state as of now
-    /// The state in a sentence for the operator. Never holds a credential.
+    /// The state as its thread has heard of it: it changes while the thread's event loop runs.
+    Connection connection() const;
+    /// The state in a sentence for the operator. Never holds a credential. Empty until the event loop has run once.
     QString connectionText() const;
 
     /// Whether a serving machine is known to be there: another one, or this one. False while not connected.
