@@ -85,11 +85,9 @@ void blankLineTick(benchmark::State &state)
     inConversation(state, [&state](Conversation &conversation) { measureLineEnds(state, conversation, {}); });
 }
 
-void turnOffAndOn(Conversation &conversation)
+void turnItems(Conversation &conversation, bool on)
 {
-    conversation.list.setItemsEnabled(false);
-    conversation.settle();
-    conversation.list.setItemsEnabled(true);
+    conversation.list.setItemsEnabled(on);
     conversation.settle();
 }
 
@@ -102,24 +100,29 @@ void emptyCaches()
     benchmark::DoNotOptimize(other.data());
 }
 
-// Between two times lie a question, its answer and thousands of paintings: of the items, nothing is in the caches. Were
-// it measured at once again, a short conversation would come from the caches, and a long one from the memory.
+// Between a question, which turns the items off, and the end of its answer, which turns them on, lie thousands of
+// paintings: of the items, nothing is in the caches. Were it measured at once again, a short conversation would come
+// from the caches, and a long one from the memory.
 void disableAndEnable(benchmark::State &state)
 {
     auto &conversation = Conversation::ofAtLeast(static_cast<int>(state.range(0)));
     for ([[maybe_unused]] auto iteration : state) {
-        state.PauseTiming();
-        emptyCaches();
-        state.ResumeTiming();
-        turnOffAndOn(conversation);
+        for (const bool on : {false, true}) {
+            state.PauseTiming();
+            emptyCaches();
+            state.ResumeTiming();
+            turnItems(conversation, on);
+        }
     }
 }
 
 void disableAndEnableInCache(benchmark::State &state)
 {
     auto &conversation = Conversation::ofAtLeast(static_cast<int>(state.range(0)));
-    for ([[maybe_unused]] auto iteration : state)
-        turnOffAndOn(conversation);
+    for ([[maybe_unused]] auto iteration : state) {
+        turnItems(conversation, false);
+        turnItems(conversation, true);
+    }
 }
 
 void retranslate(benchmark::State &state)
