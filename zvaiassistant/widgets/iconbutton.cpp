@@ -48,16 +48,19 @@ bool IconButton::event(QEvent *event)
 }
 
 // Qt makes an accessible interface for each button that changes, and looks for it ever after. For the buttons of a long
-// conversation that takes as long as all else, so it is done only where a screen reader hears of it.
+// conversation that takes as long as all else, so it is done only where a screen reader hears of it. The rest is as Qt
+// does it.
 void IconButton::changeEvent(QEvent *event)
 {
     if (event->type() != QEvent::EnabledChange || QAccessible::isActive()) {
         QPushButton::changeEvent(event);
         return;
     }
-    if (!isEnabled())
-        setDown(false);
     update();
+    if (isEnabled() || !isDown())
+        return;
+    setDown(false);
+    Q_EMIT released();
 }
 
 } // namespace tavro::aiassistant

@@ -56,15 +56,24 @@ private Q_SLOTS:
     void withoutScreenReaderNoInterfaceIsMade();
 };
 
-// A press that an answer came in between must not go on when the button can be used again.
-void TestIconButton::aHeldButtonIsReleasedWhenDisabled()
+// A press that an answer came in between must not go on when the button can be used again; who heard of it hears of its
+// end, as of a button of Qt's own.
+template <typename Button>
+QPair<bool, int> afterDisablingWhileHeld()
 {
-    IconButton button;
+    Button button;
     button.show();
     QTest::mousePress(&button, Qt::LeftButton);
-    QVERIFY(button.isDown());
+    const QSignalSpy released(&button, &QPushButton::released);
     button.setEnabled(false);
-    QVERIFY(!button.isDown());
+    return {button.isDown(), released.count()};
+}
+
+void TestIconButton::aHeldButtonIsReleasedWhenDisabled()
+{
+    const auto after = afterDisablingWhileHeld<IconButton>();
+    QVERIFY(!after.first);
+    QCOMPARE(after, afterDisablingWhileHeld<QPushButton>());
 }
 
 void TestIconButton::enablingIsPainted()
