@@ -164,8 +164,7 @@ QString Assistant::pictureAddress(const Caller &caller, const QString &pictureId
 {
     QString start = m_settings.publicUrl;
     if (start.isEmpty()) {
-        start = isUsableHost(caller.host) ? QStringLiteral("http://") + QString::fromLatin1(caller.host)
-                                          : m_settings.ownUrl;
+        start = isUsableHost(caller.host) ? QStringLiteral("http://") + QString::fromLatin1(caller.host) : m_ownUrl;
     }
     return start + QStringLiteral("/pictures/") + pictureId;
 }

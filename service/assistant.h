@@ -19,8 +19,6 @@ struct AssistantSettings {
     QByteArray token;
     /// Start of the pictures' addresses, without a slash at the end. Empty: made from the Host header.
     QString publicUrl;
-    /// Used where a request has no usable Host header.
-    QString ownUrl;
     BodyLimits bodyLimits;
     StoreLimits storeLimits;
     int workers = 2;
@@ -38,16 +36,22 @@ public:
     Reply picture(const QString &pictureId);
     Reply health();
 
+    /// Start of the pictures' addresses where a request has no usable Host header. To be set before requests come.
+    void setOwnUrl(const QString &url) { m_ownUrl = url; }
+
+    /// Why the caller is not let in; no error where he is.
+    ServiceError checkToken(const Caller &caller) const;
+
     /// Gives up what is being worked on; later requests are refused.
     void stop();
 
 private:
-    ServiceError checkToken(const Caller &caller) const;
     ServiceError admit(bool picture, QString &requestId);
     QString pictureAddress(const Caller &caller, const QString &pictureId) const;
 
     const AssistantSettings m_settings;
     const std::unique_ptr<Engine> m_engine;
+    QString m_ownUrl;
     RequestStore m_store;
     std::atomic<bool> m_stopping{false};
     WorkerPool m_workers;

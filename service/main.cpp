@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 
+#include <cerrno>
 #include <cstdio>
 #include <thread>
 
@@ -18,20 +19,48 @@ void print(FILE *file, const QString &text)
     std::fflush(file);
 }
 
-int run(Options options)
+QString whyNotListening(int error)
 {
-    options.assistant.ownUrl = httpUrl(options.listen.host, options.listen.port);
+    switch (error) {
+    case EACCES:
+    case EPERM:
+        return QStringLiteral("this user may not use the port");
+    case EADDRINUSE:
+        return QStringLiteral("the address is in use");
+    case EADDRNOTAVAIL:
+        return QStringLiteral("the address is not this machine's");
+    default:
+        return QStringLiteral("the address is unknown, in use or not this machine's");
+    }
+}
+
+void warnWithoutToken(const Options &options)
+{
+    const QString &host = options.listen.host;
+    const bool local =
+        host == QLatin1String("localhost") || host == QLatin1String("::1") || host.startsWith(QLatin1String("127."));
+    if (!local && options.assistant.token.isEmpty()) {
+        serviceLog().warn("event=no-token text=\"anyone who reaches this address may use the service\"");
+    }
+}
+
+int run(const Options &options)
+{
     Assistant assistant(options.assistant, std::make_unique<BuiltinEngine>());
     HttpServer server(options.http, assistant);
+    errno = 0;
     const int port = server.bind(options.listen.host.toStdString(), options.listen.port);
     if (port == 0) {
         print(stderr,
-              QStringLiteral("assistantservice cannot listen on %1: the address is in use or not this machine's.\n")
-                  .arg(options.assistant.ownUrl));
+              QStringLiteral("assistantservice cannot listen on %1: %2.\n")
+                  .arg(httpUrl(options.listen.host, options.listen.port), whyNotListening(errno)));
         return 1;
     }
+    const QString url = httpUrl(options.listen.host, port);
+    assistant.setOwnUrl(url);
+    warnWithoutToken(options);
     std::thread serving([&server] { server.serve(); });
-    print(stdout, QStringLiteral("assistantservice listening on %1\n").arg(httpUrl(options.listen.host, port)));
+    print(stdout, QStringLiteral("assistantservice listening on %1\n").arg(url));
     const int signal = waitForStopSignal();
     serviceLog().info("event=stopping signal={}", signal);
     assistant.stop();
@@ -44,6 +73,8 @@ int run(Options options)
 
 int main(int argc, char *argv[])
 {
+    // A signal that comes early waits, so that it ends the service like any other.
+    holdStopSignals();
     const QByteArray token = qgetenv("ASSISTANTSERVICE_TOKEN");
     const QCoreApplication application(argc, argv);
     const OptionsResult result = readOptions(QCoreApplication::arguments(), token);
@@ -52,6 +83,5 @@ int main(int argc, char *argv[])
         return result.exitCode;
     }
     setLogLevel(result.options.logLevel);
-    holdStopSignals();
     return run(result.options);
 }

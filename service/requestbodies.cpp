@@ -1,5 +1,6 @@
 #include "requestbodies.h"
 
+#include "duplicatekeys.h"
 #include "jsonreader.h"
 
 #include <QJsonDocument>
@@ -12,6 +13,9 @@ constexpr int longestRequestId = 100;
 
 ServiceError parseObject(const QByteArray &body, QJsonObject &object)
 {
+    if (repeatsContainerKey(body)) {
+        return {ErrorCode::BadRequest, QStringLiteral("The request names a member twice.")};
+    }
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(body, &error);
     if (error.error != QJsonParseError::NoError) {

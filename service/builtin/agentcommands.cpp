@@ -7,7 +7,6 @@ namespace tavro::assistantservice {
 namespace {
 
 constexpr int notGiven = -1;
-constexpr int mostCommands = 100;
 
 CommandType typeOf(const Intent &intent)
 {
@@ -60,16 +59,25 @@ void append(QJsonArray &commands, const Intent &intent, const MediaNames &names)
                 insertNumber(params, QStringLiteral("programId"), program);
                 insertNumber(params, QStringLiteral("outputId"), output);
                 insertNumber(params, QStringLiteral("layerId"), layer);
-                if (commands.size() < mostCommands) {
-                    commands.append(QJsonObject{{QStringLiteral("cmdType"), static_cast<int>(typeOf(intent))},
-                                                {QStringLiteral("params"), params}});
-                }
+                commands.append(QJsonObject{{QStringLiteral("cmdType"), static_cast<int>(typeOf(intent))},
+                                            {QStringLiteral("params"), params}});
             }
         }
     }
 }
 
 } // namespace
+
+bool isTooMuch(const QVector<Intent> &intents)
+{
+    constexpr qint64 mostCommands = 100;
+    qint64 count = 0;
+    for (const Intent &intent : intents) {
+        const Places &places = intent.places;
+        count += qint64(orNone(places.programs).size()) * orNone(places.outputs).size() * orNone(places.layers).size();
+    }
+    return count > mostCommands;
+}
 
 QJsonArray agentCommands(const QVector<Intent> &intents, const MediaNames &names)
 {

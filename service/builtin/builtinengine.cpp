@@ -21,7 +21,12 @@ TextResult BuiltinEngine::answer(const TextRequest &request, const std::atomic<b
     const QString &question = request.messages.last().content;
     const Language language = detectLanguage(question);
     const MediaNames names(request.mediaList);
-    const Understanding understanding = understandConversation(request.messages, names);
+    Understanding understanding = understandConversation(request.messages, names);
+    if (understanding.problem == Problem::None && isTooMuch(understanding.intents)) {
+        understanding.problem = Problem::Unclear;
+        understanding.troubled = 0;
+        understanding.phrase = question;
+    }
     TextResult result;
     if (!understanding.isPlayback()) {
         const bool switches = request.deepModel || request.onlineSearch;
@@ -39,7 +44,7 @@ PictureResult BuiltinEngine::draw(const PictureRequest &request, const std::atom
 {
     PictureResult result;
     const QImage image = paintPicture(request, cancelled);
-    result.bytes = image.isNull() ? QByteArray() : encodePng(image);
+    result.bytes = image.isNull() ? QByteArray() : encodePng(image, cancelled);
     if (result.bytes.isEmpty()) {
         result.error = {ErrorCode::EngineFailed,
                         QStringLiteral("The picture could not be drawn. Please ask for a smaller one.")};
@@ -48,7 +53,7 @@ PictureResult BuiltinEngine::draw(const PictureRequest &request, const std::atom
     result.mediaType = QByteArrayLiteral("image/png");
     result.description = describePicture(request.prompt, request.style);
     const Understanding wish = understandPictureWish(request.prompt);
-    if (wish.isPlayback()) {
+    if (wish.isPlayback() && !isTooMuch(wish.intents)) {
         const QVector<MediaItem> noMedia;
         const MediaNames noNames(noMedia);
         result.description += QLatin1Char(' ') + describe(wish, noNames, 0, detectLanguage(request.prompt));

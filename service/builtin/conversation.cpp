@@ -186,7 +186,8 @@ bool complete(Understanding &asked, const QString &text, const MediaNames &names
         done = completeMedia(text, asked.candidates, names, intent);
         break;
     case Problem::NoMedia:
-        done = completeNamelessPlay(text, names, intent);
+        done = (!asked.candidates.isEmpty() && completeMedia(text, asked.candidates, names, intent))
+            || completeNamelessPlay(text, names, intent);
         break;
     case Problem::NoLayer:
     case Problem::WrongPlace:

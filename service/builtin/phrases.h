@@ -45,6 +45,8 @@ struct Phrases {
     const char16_t *wrongProgram;
     const char16_t *wrongOutput;
     const char16_t *unsupported;
+    const char16_t *timed;
+    const char16_t *unclear;
     const char16_t *negated;
     const char16_t *nothingDone;
 

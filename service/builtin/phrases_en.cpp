@@ -39,6 +39,8 @@ const Phrases englishPhrases{
     /* .wrongProgram = */ u"Programs are counted 1, 2, 3 and so on; there is no program {phrase}. Nothing was changed.",
     /* .wrongOutput = */ u"Outputs are counted 1, 2, 3 and so on; there is no output {phrase}. Nothing was changed.",
     /* .unsupported = */ u"I can play, stop and set a volume, but not pause, resume or loop. Nothing was changed.",
+    /* .timed = */ u"I can only act at once, not at a time or under a condition. Nothing was changed.",
+    /* .unclear = */ u"I do not understand \"{phrase}\" in this. Nothing was changed.",
     /* .negated = */ u"All right, I leave everything as it is.",
     /* .nothingDone = */ u" I wait with the rest until then.",
     /* .noModel = */ u"No language model is configured for this assistant, so I cannot answer general questions.",

@@ -39,6 +39,8 @@ const Phrases simplifiedChinesePhrases{
     /* .wrongProgram = */ u"节目从 1 开始编号，没有节目 {phrase}。没有做任何更改。",
     /* .wrongOutput = */ u"输出从 1 开始编号，没有输出 {phrase}。没有做任何更改。",
     /* .unsupported = */ u"我可以播放、停止和设置音量，但不能暂停、继续或循环播放。没有做任何更改。",
+    /* .timed = */ u"我只能立即执行，不能定时或按条件执行。没有做任何更改。",
+    /* .unclear = */ u"我不明白其中的“{phrase}”。没有做任何更改。",
     /* .negated = */ u"好的，我不做任何更改。",
     /* .nothingDone = */ u"其余操作等您回答后再执行。",
     /* .noModel = */ u"此助手没有配置语言模型，因此无法回答一般性问题。",

@@ -39,6 +39,8 @@ const Phrases traditionalChinesePhrases{
     /* .wrongProgram = */ u"節目從 1 開始編號，沒有節目 {phrase}。沒有做任何變更。",
     /* .wrongOutput = */ u"輸出從 1 開始編號，沒有輸出 {phrase}。沒有做任何變更。",
     /* .unsupported = */ u"我可以播放、停止和設定音量，但不能暫停、繼續或循環播放。沒有做任何變更。",
+    /* .timed = */ u"我只能立即執行，不能定時或依條件執行。沒有做任何變更。",
+    /* .unclear = */ u"我不明白其中的「{phrase}」。沒有做任何變更。",
     /* .negated = */ u"好的，我不做任何變更。",
     /* .nothingDone = */ u"其餘操作等您回答後再執行。",
     /* .noModel = */ u"此助手沒有設定語言模型，因此無法回答一般性問題。",

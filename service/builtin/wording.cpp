@@ -148,15 +148,28 @@ private:
     const MediaNames &m_names;
 };
 
+QString perhaps(const Phrases &phrases, const Speaker &speaker, const Understanding &understanding)
+{
+    return understanding.candidates.isEmpty()
+        ? QString()
+        : filled(phrases.similarMedia, {{"list", speaker.list(understanding.candidates)}});
+}
+
 QString unknownMedia(const Phrases &phrases, const Speaker &speaker, const Understanding &understanding, int mediaCount)
 {
     if (mediaCount == 0) {
         return QString::fromUtf16(phrases.emptyLibrary);
     }
-    const QString text = filled(phrases.unknownMedia, {{"phrase", shortened(understanding.phrase)}});
-    return understanding.candidates.isEmpty()
-        ? text
-        : text + filled(phrases.similarMedia, {{"list", speaker.list(understanding.candidates)}});
+    return filled(phrases.unknownMedia, {{"phrase", shortened(understanding.phrase)}})
+        + perhaps(phrases, speaker, understanding);
+}
+
+QString noMedia(const Phrases &phrases, const Speaker &speaker, const Understanding &understanding, int mediaCount)
+{
+    if (mediaCount == 0) {
+        return QString::fromUtf16(phrases.emptyLibrary);
+    }
+    return QString::fromUtf16(phrases.noMedia) + perhaps(phrases, speaker, understanding);
 }
 
 const char16_t *wrongPlace(const Phrases &phrases, PlaceKind kind)
@@ -172,7 +185,7 @@ QString trouble(const Phrases &phrases, const Speaker &speaker, const Understand
     const QString phrase = shortened(understanding.phrase);
     switch (understanding.problem) {
     case Problem::NoMedia:
-        return QString::fromUtf16(mediaCount == 0 ? phrases.emptyLibrary : phrases.noMedia);
+        return noMedia(phrases, speaker, understanding, mediaCount);
     case Problem::SeveralMedia:
         return filled(phrases.severalMedia, {{"phrase", phrase}, {"list", speaker.list(understanding.candidates)}});
     case Problem::UnknownMedia:
@@ -190,6 +203,10 @@ QString trouble(const Phrases &phrases, const Speaker &speaker, const Understand
         return filled(wrongPlace(phrases, intent.places.wrongKind), {{"phrase", phrase}});
     case Problem::Unsupported:
         return QString::fromUtf16(phrases.unsupported);
+    case Problem::Timed:
+        return QString::fromUtf16(phrases.timed);
+    case Problem::Unclear:
+        return filled(phrases.unclear, {{"phrase", phrase}});
     case Problem::Negated:
     case Problem::None:
         break;

@@ -22,6 +22,11 @@ bool Clause::isFree(int index) const
     return index >= 0 && index < size() && m_marks[index] == Mark::Free;
 }
 
+bool Clause::isUsed(int index) const
+{
+    return index >= 0 && index < size() && m_marks[index] == Mark::Used;
+}
+
 void Clause::use(int from, int length)
 {
     std::fill_n(m_marks.begin() + from, length, Mark::Used);
@@ -37,13 +42,11 @@ int Clause::freeLengthAt(const WordList &list, int index) const
     if (!isFree(index)) {
         return 0;
     }
-    const int length = list.lengthAt(m_tokens, index);
-    for (int i = index; i < index + length; ++i) {
-        if (!isFree(i)) {
-            return 0;
-        }
+    int end = index;
+    while (isFree(end)) {
+        ++end;
     }
-    return length;
+    return list.lengthAt(m_tokens, index, end);
 }
 
 int Clause::find(const WordList &list, int from) const

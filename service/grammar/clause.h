@@ -15,13 +15,14 @@ public:
     const Tokens &tokens() const { return m_tokens; }
     int size() const { return m_tokens.size(); }
     bool isFree(int index) const;
+    bool isUsed(int index) const;
     void use(int from, int length);
     /// A name found here keeps its tokens from being read as anything else.
     void protect(int from, int length);
 
     /// The first free place of a phrase of the list, or -1.
     int find(const WordList &list, int from = 0) const;
-    /// Length of the list's phrase at `index` if all of it is free, else 0.
+    /// Length of the list's longest phrase at `index` that is free, else 0.
     int freeLengthAt(const WordList &list, int index) const;
     /// Uses the phrases of the list that stand right before `index`.
     void useBefore(const WordList &list, int index);

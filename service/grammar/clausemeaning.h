@@ -13,4 +13,9 @@ struct ClauseMeaning {
     QVector<int> candidates;
 };
 
+ClauseMeaning failing(Problem problem);
+
+/// Sets the problem that places or volume have in themselves, if any.
+void checkDetails(const Places &places, const Volume &volume, ClauseMeaning &meaning);
+
 } // namespace tavro::assistantservice

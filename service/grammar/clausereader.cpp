@@ -1,7 +1,7 @@
 #include "grammar/clausereader.h"
 
 #include "grammar/clause.h"
-#include "grammar/verbs.h"
+#include "grammar/numberwords.h"
 #include "grammar/vocabulary.h"
 #include "grammar/wordruns.h"
 
@@ -14,25 +14,16 @@ const Vocabulary &words()
     return Vocabulary::instance();
 }
 
-void checkDetails(const Places &places, const Volume &volume, ClauseMeaning &meaning)
+// Whether a clause without a verb sets a volume; `named` are the words that are left of it.
+bool saysVolume(const Clause &clause, const Tokens &named, const Places &places, const Volume &volume,
+                std::optional<Intent::Action> inherited)
 {
-    if (!places.wrongNumber.isEmpty()) {
-        meaning.problem = Problem::WrongPlace;
-        meaning.phrase = places.wrongNumber;
-    } else if (!volume.wrong.isEmpty()) {
-        meaning.problem = Problem::WrongVolume;
-        meaning.phrase = volume.wrong;
-    } else if (volume.relative) {
-        meaning.problem = Problem::RelativeVolume;
-    }
-}
-
-ClauseMeaning failing(Problem problem)
-{
-    ClauseMeaning meaning;
-    meaning.understood = true;
-    meaning.problem = problem;
-    return meaning;
+    const Number number = named.isEmpty() ? Number() : numberAt(named, 0);
+    const bool onlyNumber = !named.isEmpty() && number.length == named.size() && !number.ordinal && !volume.isSettled();
+    const bool value = onlyNumber || (named.isEmpty() && (volume.isSettled() || !places.isEmpty()));
+    const bool change = clause.find(words().relative) >= 0 && consistsOf({&words().relative}, named)
+        && (volume.mentioned || !named.isEmpty());
+    return change || (value && (volume.mentioned || inherited == Intent::Action::SetVolume));
 }
 
 } // namespace
@@ -41,17 +32,31 @@ ClauseReader::ClauseReader(const QString &sentence, const MediaNames &names)
     : m_media(sentence, names)
 { }
 
-ClauseMeaning ClauseReader::read(const Tokens &tokens, bool inherited) const
+ClauseMeaning ClauseReader::read(const Tokens &tokens, std::optional<Intent::Action> inherited) const
+{
+    const ClauseMeaning meaning = readOnce(tokens, inherited);
+    const bool nameless = meaning.understood && meaning.problem == Problem::NoMedia && meaning.candidates.isEmpty();
+    return nameless ? readNameAlone(tokens, meaning) : meaning;
+}
+
+ClauseMeaning ClauseReader::readOnce(const Tokens &tokens, std::optional<Intent::Action> inherited) const
 {
     Clause clause(tokens);
     Volume volume = takePercent(clause);
     const Places places = takePlaces(clause);
-    const bool aboutVolume = volume.mentioned || clause.find(words().volume) >= 0 || clause.find(words().relative) >= 0;
+    const bool change = clause.find(words().relative) >= 0 && quotedOnly(tokens).isEmpty();
+    const bool aboutVolume = volume.mentioned || clause.find(words().volume) >= 0 || change;
     const FoundVerb found = findVerb(clause, aboutVolume || setsBareNumber(clause, places));
     if (found.kind == VerbKind::None) {
         return readWithoutVerb(clause, places, volume, inherited);
     }
     const bool negated = isNegated(clause, found.verb);
+    const ClauseMeaning meaning = readVerb(clause, found, places, volume);
+    return meaning.understood && negated ? failing(Problem::Negated) : meaning;
+}
+
+ClauseMeaning ClauseReader::readVerb(Clause &clause, const FoundVerb &found, const Places &places, Volume &volume) const
+{
     const int verbEnd = found.verb.index + found.verb.length;
     if (isLeading(clause, found.verb.index)) {
         clause.use(0, found.verb.index);
@@ -59,100 +64,44 @@ ClauseMeaning ClauseReader::read(const Tokens &tokens, bool inherited) const
     if (found.kind != VerbKind::Mute && found.kind != VerbKind::Set) {
         clause.use(found.verb.index, found.verb.length);
     }
-    ClauseMeaning meaning;
+    volume.mentioned = volume.mentioned || found.kind == VerbKind::Unmute;
+    if (found.particle >= 0) {
+        clause.use(found.particle, 1);
+    }
     switch (found.kind) {
     case VerbKind::Play:
     case VerbKind::WeakPlay:
         if (verbEnd < clause.size()) {
             clause.useFrom(words().after, verbEnd);
         }
-        meaning = readPlay(clause, places, volume, found.kind == VerbKind::Play);
-        break;
+        return readPlay(clause, places, volume, found.kind == VerbKind::Play);
+    case VerbKind::Assign:
+        return readPlacedName(clause, places, volume, true);
     case VerbKind::Stop:
-        meaning = readStop(clause, places, volume);
-        break;
+        return readStop(clause, places, volume, words().certainStop.lengthAt(clause.tokens(), found.verb.index) > 0);
     case VerbKind::Unsupported:
-        meaning = failing(Problem::Unsupported);
-        break;
+        return failing(Problem::Unsupported);
     default:
-        meaning = readVolume(clause, places, volume);
-        break;
-    }
-    return meaning.understood && negated ? failing(Problem::Negated) : meaning;
-}
-
-ClauseMeaning ClauseReader::readPlay(Clause &clause, const Places &places, Volume &volume, bool certain) const
-{
-    takeVolumeWords(clause, volume);
-    ClauseMeaning meaning;
-    meaning.intent.places = places;
-    meaning.intent.volume = volume.value;
-    m_media.choose(clause.rest(), meaning);
-    const bool unknown = meaning.problem == Problem::UnknownMedia || meaning.problem == Problem::NoMedia;
-    meaning.understood = certain || !unknown || !places.isEmpty() || !places.wrongNumber.isEmpty();
-    if (meaning.problem == Problem::None) {
-        checkDetails(places, volume, meaning);
-    }
-    return meaning;
-}
-
-ClauseMeaning ClauseReader::readStop(Clause &clause, const Places &places, Volume &volume) const
-{
-    takeVolumeWords(clause, volume);
-    ClauseMeaning meaning;
-    Intent &intent = meaning.intent;
-    intent.places = places;
-    intent.action = volume.mentioned ? Intent::Action::SetVolume : Intent::Action::Stop;
-    intent.volume = volume.mentioned ? std::optional<double>(0.0) : std::nullopt;
-    const bool everything = clause.find(words().everything) >= 0;
-    intent.everyLayer = places.layers.isEmpty() && (everything || !places.isEmpty());
-    const Tokens named = trimmed(withoutPauses(clause.rest()));
-    const bool other = !everything && !named.isEmpty()
-        && !consistsOf({&words().layer, &words().pronoun, &words().generated}, named) && !m_media.isNamed(named);
-    meaning.understood = !places.isEmpty() || !places.wrongNumber.isEmpty() || !other;
-    checkDetails(places, volume, meaning);
-    if (meaning.problem == Problem::None && places.layers.isEmpty() && !intent.everyLayer) {
-        meaning.problem = Problem::NoLayer;
-    }
-    return meaning;
-}
-
-ClauseMeaning ClauseReader::readVolume(Clause &clause, const Places &places, Volume &volume) const
-{
-    takeVolumeWords(clause, volume);
-    takeBareVolume(clause, volume);
-    volume.relative =
-        volume.relative || (!volume.value && volume.wrong.isEmpty() && clause.find(words().relative) >= 0);
-    ClauseMeaning meaning;
-    meaning.understood = volume.mentioned || !places.isEmpty();
-    Intent &intent = meaning.intent;
-    intent.action = Intent::Action::SetVolume;
-    intent.places = places;
-    intent.volume = volume.value;
-    intent.everyLayer = places.layers.isEmpty() && (clause.find(words().everything) >= 0 || !places.isEmpty());
-    checkDetails(places, volume, meaning);
-    if (meaning.problem == Problem::None && !volume.value) {
-        meaning.problem = Problem::NoVolume;
-    } else if (meaning.problem == Problem::None && places.layers.isEmpty() && !intent.everyLayer) {
-        meaning.problem = Problem::NoLayer;
-    }
-    return meaning;
-}
-
-// "Harbour on layer 2", "layer 2 volume 50 %", and what follows a play request: "and sunset on layer 3".
-ClauseMeaning ClauseReader::readWithoutVerb(Clause &clause, const Places &places, Volume &volume, bool inherited) const
-{
-    takeVolumeWords(clause, volume);
-    const Tokens named = trimmed(withoutPauses(clause.rest()));
-    if (named.isEmpty() && volume.mentioned && (volume.isSettled() || !places.isEmpty())) {
         return readVolume(clause, places, volume);
     }
-    if (named.isEmpty() || (places.isEmpty() && !inherited)) {
-        return {};
+}
+
+// "Layer 2 volume 50 %", "Harbour on layer 2", and what follows another request: "and sunset on layer 3".
+ClauseMeaning ClauseReader::readWithoutVerb(Clause &clause, const Places &places, Volume &volume,
+                                            std::optional<Intent::Action> inherited) const
+{
+    takeVolumeWords(clause, volume);
+    const Tokens named = trimmed(withoutPauses(clause.rest()));
+    if (saysVolume(clause, named, places, volume, inherited)) {
+        return readVolume(clause, places, volume);
     }
-    ClauseMeaning meaning = readPlay(clause, places, volume, inherited);
-    meaning.understood = inherited || meaning.problem != Problem::UnknownMedia;
-    return meaning;
+    if (inherited == Intent::Action::Stop && named.isEmpty() && !places.isEmpty()) {
+        return readStop(clause, places, volume, true);
+    }
+    if (inherited == Intent::Action::Play && !named.isEmpty()) {
+        return readPlay(clause, places, volume, true);
+    }
+    return readPlacedName(clause, places, volume, false);
 }
 
 ClauseMeaning ClauseReader::readPictureWish(const Tokens &tokens) const

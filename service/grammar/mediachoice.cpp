@@ -1,5 +1,6 @@
 #include "grammar/mediachoice.h"
 
+#include "grammar/korean.h"
 #include "grammar/sentence.h"
 #include "grammar/vocabulary.h"
 #include "grammar/wordruns.h"
@@ -22,6 +23,12 @@ bool meansGeneratedPicture(const Tokens &rest)
         && (v.picture.occursIn(rest) || madeHere.occursIn(rest));
 }
 
+// An item may be named "It", but who says "play it" more likely speaks of another.
+bool isPronoun(const Tokens &tokens)
+{
+    return !tokens.isEmpty() && consistsOf({&words().pronoun}, tokens);
+}
+
 } // namespace
 
 MediaChoice::MediaChoice(const QString &sentence, const MediaNames &names)
@@ -38,6 +45,11 @@ void MediaChoice::choose(const Tokens &rest, ClauseMeaning &meaning) const
         return;
     }
     const Tokens named = trimmed(whole);
+    if (isPronoun(whole)) {
+        meaning.problem = Problem::NoMedia;
+        meaning.candidates = findWhole(whole);
+        return;
+    }
     if (chooseWhole(whole, meaning) || chooseWhole(named, meaning)) {
         return;
     }
@@ -52,29 +64,54 @@ void MediaChoice::choose(const Tokens &rest, ClauseMeaning &meaning) const
 
 bool MediaChoice::isNamed(const Tokens &tokens) const
 {
-    return !m_names.find(writtenText(m_sentence, tokens)).found.isEmpty();
+    return !find(tokens).found.isEmpty();
+}
+
+bool MediaChoice::isWholeName(const Tokens &tokens) const
+{
+    return !findWhole(tokens).isEmpty();
+}
+
+QString MediaChoice::written(const Tokens &tokens) const
+{
+    return writtenText(m_sentence, tokens);
+}
+
+QVector<int> MediaChoice::findWhole(const Tokens &tokens) const
+{
+    const QString text = written(tokens);
+    const QVector<int> found = m_names.findWhole(text);
+    return found.isEmpty() ? m_names.findWhole(withoutParticle(text)) : found;
+}
+
+MediaMatch MediaChoice::find(const Tokens &tokens) const
+{
+    const QString text = written(tokens);
+    MediaMatch match = m_names.find(text);
+    const QString bare = withoutParticle(text);
+    return match.found.isEmpty() && bare != text ? m_names.find(bare) : match;
 }
 
 bool MediaChoice::chooseWhole(const Tokens &tokens, ClauseMeaning &meaning) const
 {
-    const QVector<int> found = tokens.isEmpty() ? QVector<int>() : m_names.findWhole(writtenText(m_sentence, tokens));
+    const QVector<int> found = tokens.isEmpty() ? QVector<int>() : findWhole(tokens);
     if (found.size() == 1) {
         meaning.intent.media = found.first();
     } else if (found.size() > 1) {
         meaning.problem = Problem::SeveralMedia;
         meaning.candidates = found;
-        meaning.phrase = writtenText(m_sentence, tokens);
+        meaning.phrase = written(tokens);
     }
     return !found.isEmpty();
 }
 
 void MediaChoice::search(const Tokens &tokens, ClauseMeaning &meaning) const
 {
-    meaning.phrase = writtenText(m_sentence, tokens);
-    MediaMatch match = m_names.find(meaning.phrase);
+    meaning.phrase = written(tokens);
+    MediaMatch match = find(tokens);
     const Tokens core = withoutFillers(tokens);
     if (match.found.isEmpty() && !core.isEmpty() && core.size() < tokens.size()) {
-        const MediaMatch second = m_names.find(writtenText(m_sentence, core));
+        const MediaMatch second = find(core);
         match = second.found.isEmpty() && second.similar.isEmpty() ? match : second;
     }
     if (match.found.size() == 1) {

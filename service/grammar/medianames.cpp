@@ -1,8 +1,6 @@
 #include "grammar/medianames.h"
 
 #include "grammar/editdistance.h"
-#include "grammar/folding.h"
-#include "grammar/numberwords.h"
 
 #include <algorithm>
 #include <numeric>
@@ -12,50 +10,6 @@ namespace tavro::assistantservice {
 namespace {
 
 constexpr int mostSimilar = 5;
-
-enum class Class { None, Digit, Han, Letter };
-
-Class classOf(QChar c)
-{
-    if (c >= QLatin1Char('0') && c <= QLatin1Char('9')) {
-        return Class::Digit;
-    }
-    if (isHan(c)) {
-        return Class::Han;
-    }
-    return c.isLetterOrNumber() || c.isMark() || c.isSurrogate() ? Class::Letter : Class::None;
-}
-
-QString withoutLeadingZeros(const QString &digits)
-{
-    int zeros = 0;
-    while (zeros + 1 < digits.size() && digits[zeros] == QLatin1Char('0')) {
-        ++zeros;
-    }
-    return digits.mid(zeros);
-}
-
-void addWord(NameKey &key, QString &word, Class wordClass)
-{
-    if (word.isEmpty()) {
-        return;
-    }
-    const QString plain = wordClass == Class::Digit ? withoutLeadingZeros(word) : digitsForWord(word);
-    key.words.append(plain);
-    key.compact += plain;
-    word.clear();
-}
-
-bool isApostrophe(QChar c)
-{
-    return c == QLatin1Char('\'') || c == QChar(0x2019);
-}
-
-QChar keyed(QChar c)
-{
-    const int digit = isHan(c) ? QStringLiteral("零一二三四五六七八九").indexOf(c) : -1;
-    return digit >= 0 ? QChar(u'0' + digit) : c;
-}
 
 int extensionLength(const QString &name)
 {
@@ -74,11 +28,11 @@ int extensionLength(const QString &name)
 // number is never a part of another number.
 bool isPart(const QString &part, const QString &word)
 {
-    const Class partClass = classOf(part[0]);
-    if (partClass == Class::Digit) {
+    const SignClass partClass = signClassOf(part[0]);
+    if (partClass == SignClass::Digit) {
         return part == word;
     }
-    if (partClass == Class::Han) {
+    if (partClass == SignClass::Han) {
         return word.contains(part);
     }
     constexpr int shortestPart = 3;
@@ -101,32 +55,6 @@ bool isRun(const QString &run, const QString &text)
 }
 
 } // namespace
-
-NameKey nameKey(const QString &name)
-{
-    NameKey key;
-    QString word;
-    Class wordClass = Class::None;
-    for (const QChar original : name) {
-        const QChar c = keyed(folded(original));
-        const Class current = c == QLatin1Char('&') ? Class::None : classOf(c);
-        if (isApostrophe(c)) {
-            continue;
-        }
-        if (current != wordClass) {
-            addWord(key, word, wordClass);
-            wordClass = current;
-        }
-        if (c == QLatin1Char('&')) {
-            word = QStringLiteral("and");
-            addWord(key, word, Class::Letter);
-        } else if (current != Class::None) {
-            word += c;
-        }
-    }
-    addWord(key, word, wordClass);
-    return key;
-}
 
 MediaNames::MediaNames(const QVector<MediaItem> &media)
     : m_media(media)
@@ -163,11 +91,17 @@ MediaNames::Rank MediaNames::rank(const Key &key, const NameKey &spoken)
         return Rank::Whole;
     }
     const QStringList &words = key.name.words;
-    const auto isWord = [&words](const QString &word) { return words.contains(word); };
+    if (spoken.words.size() > words.size()) {
+        return isRun(spoken.compact, key.name.compact) ? Rank::Parts : Rank::None;
+    }
+    const auto isWord = [&](const QString &word) { return words.count(word) >= spoken.words.count(word); };
     if (std::all_of(spoken.words.begin(), spoken.words.end(), isWord)) {
         return Rank::Words;
     }
-    const auto isPartOfAWord = [&words](const QString &part) {
+    const auto isPartOfAWord = [&](const QString &part) {
+        if (signClassOf(part[0]) == SignClass::Digit) {
+            return isWord(part);
+        }
         return std::any_of(words.begin(), words.end(), [&part](const QString &word) { return isPart(part, word); });
     };
     const bool parts = std::all_of(spoken.words.begin(), spoken.words.end(), isPartOfAWord);
@@ -248,7 +182,8 @@ QVector<int> MediaNames::similar(const NameKey &spoken, const QVector<int> &amon
         const bool sharesWord = hopeless && sharesLongWord(spoken.words, key.name.words);
         const int distance =
             hopeless ? farthest + 1 : editDistance(spoken.compact, key.name.compact.left(stem), farthest);
-        if (distance <= farthest || sharesWord) {
+        const bool sharesLetters = distance < std::max(spoken.compact.size(), stem);
+        if ((distance <= farthest && sharesLetters) || sharesWord) {
             candidates.append({index, distance});
         }
     }

@@ -1,20 +1,11 @@
 #pragma once
 
 #include "engine.h"
+#include "grammar/namekey.h"
 
 #include <QSet>
 
 namespace tavro::assistantservice {
-
-/// A name in the form in which names are compared: case, blanks, hyphens, underscores, width and script of Chinese do
-/// not count, and numbers in words are digits.
-struct NameKey {
-    QStringList words;
-    /// The words without anything between them.
-    QString compact;
-};
-
-NameKey nameKey(const QString &name);
 
 /// What a search found, as indexes into the media list.
 struct MediaMatch {

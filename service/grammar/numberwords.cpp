@@ -1,10 +1,13 @@
 #include "grammar/numberwords.h"
 
+#include "grammar/korean.h"
 #include "grammar/wordlist.h"
 
 #include <QHash>
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace tavro::assistantservice {
 
@@ -87,18 +90,23 @@ int hanUnit(QChar c)
     return c == QChar(u'十') ? 10 : c == QChar(u'百') ? 100 : 0;
 }
 
-// "十二" is 12, "三十" 30, "一百二十" 120, "二〇" 20.
+// "十二" is 12, "三十" 30, "一百二十" and "一百二" 120, "一百零二" 102, "二〇" 20.
 Number hanNumberAt(const Tokens &tokens, int from)
 {
     Number number;
     int pending = -1;
+    bool afterHundred = false;
+    bool afterZero = false;
     for (int i = from; i < tokens.size() && tokens[i].kind == Token::Kind::Han; ++i) {
         const QChar c = tokens[i].text[0];
         if (const int unit = hanUnit(c)) {
             number.value += unit * (pending < 0 ? 1 : pending);
             pending = -1;
+            afterHundred = unit == 100;
+            afterZero = false;
         } else if (hanDigit(c) >= 0) {
-            pending = pending > 0 && hanDigit(c) >= 0 ? pending * 10 + hanDigit(c) : hanDigit(c);
+            afterZero = afterZero || hanDigit(c) == 0;
+            pending = pending > 0 ? pending * 10 + hanDigit(c) : hanDigit(c);
         } else {
             break;
         }
@@ -107,7 +115,8 @@ Number hanNumberAt(const Tokens &tokens, int from)
             break;
         }
     }
-    number.value += std::max(pending, 0);
+    const bool tens = afterHundred && !afterZero && pending < 10;
+    number.value += std::max(pending, 0) * (tens ? 10 : 1);
     return number;
 }
 
@@ -136,24 +145,44 @@ Number digitsAt(const Tokens &tokens, int from)
     return number;
 }
 
+std::optional<WordValue> wordValue(const Token &token)
+{
+    const auto word = wordTable().constFind(token.text);
+    if (word != wordTable().constEnd()) {
+        return *word;
+    }
+    const int korean = isHangul(token) ? sinoKoreanNumber(token.text) : -1;
+    return korean < 0 ? std::nullopt : std::make_optional(WordValue{korean, false});
+}
+
+// "Hundred" goes on from "two", what is below a hundred from "two hundred", and "five" from "twenty".
+bool goesOn(const Number &number, int next)
+{
+    if (next == 100) {
+        return number.value >= 1 && number.value < 10;
+    }
+    const double belowHundred = std::fmod(number.value, 100);
+    if (number.value >= 100 && belowHundred == 0) {
+        return next > 0 && next < 100;
+    }
+    return next > 0 && next < 10 && belowHundred >= 20 && std::fmod(number.value, 10) == 0;
+}
+
 // "twenty five", "one hundred", "a hundred and twenty".
 Number wordNumberAt(const Tokens &tokens, int from)
 {
+    static const WordList conjunction(u"and");
     Number number;
-    for (int i = from; i < tokens.size(); ++i) {
-        const auto word = wordTable().constFind(tokens[i].text);
-        if (word == wordTable().constEnd()) {
+    for (int i = from; i < tokens.size() && !number.ordinal; ++i) {
+        const bool joined = number.value >= 100 && conjunction.contains(tokens[i]) && i + 1 < tokens.size();
+        const std::optional<WordValue> word = wordValue(tokens[joined ? i + 1 : i]);
+        if (!word || (number.length > 0 && !goesOn(number, word->value))) {
             break;
         }
-        const bool hundred = word->value == 100;
-        const bool fits = number.length == 0 || (hundred && number.value < 10)
-            || (word->value > 0 && word->value < 10 && number.value >= 20 && std::fmod(number.value, 10) == 0);
-        if (!fits || number.ordinal) {
-            break;
-        }
-        number.value = hundred && number.length > 0 ? number.value * 100 : number.value + word->value;
+        number.value = word->value == 100 && number.length > 0 ? number.value * 100 : number.value + word->value;
         number.ordinal = word->ordinal;
-        ++number.length;
+        i += joined ? 1 : 0;
+        number.length = i - from + 1;
     }
     return number;
 }

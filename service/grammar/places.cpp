@@ -65,26 +65,61 @@ private:
         return end > index ? end : takeKeywordFirst(index);
     }
 
-    // "second layer", "2nd layer", "第二层", "2号图层", "2번 레이어".
+    struct Counted {
+        Number number;
+        /// Behind it and what counts it ("号").
+        int end = 0;
+        /// "second", "2nd", "二" rather than "2".
+        bool counted = false;
+    };
+
+    Counted countedAt(int index) const
+    {
+        Counted found;
+        found.number = index < m_clause.size() ? freeNumberAt(index) : Number();
+        found.end = index + found.number.length;
+        if (found.number.length > 0) {
+            found.counted = found.number.ordinal || m_tokens[found.end - 1].kind == Token::Kind::Han;
+        }
+        if (found.number.length > 0 && found.end < m_clause.size() && isCounter(m_tokens[found.end])) {
+            found.counted = true;
+            ++found.end;
+        }
+        return found;
+    }
+
+    // "second layer", "2nd and 3rd layer", "第二层", "2号图层", "2번 레이어".
     int takeNumberFirst(int index)
     {
-        const Number number = freeNumberAt(index);
-        if (number.length == 0) {
-            return index;
+        QVector<Number> numbers;
+        Counted found = countedAt(index);
+        const bool counted = found.counted;
+        const bool mayBeSeveral = found.number.ordinal;
+        while (found.number.length > 0) {
+            numbers.append(found.number);
+            const Keyword keyword = found.end < m_clause.size() ? keywordAt(found.end) : Keyword();
+            if (keyword.length > 0) {
+                const bool han = m_tokens[found.end].kind == Token::Kind::Han;
+                return counted || han ? addAll(keyword, numbers, index, found.end) : index;
+            }
+            const int next = mayBeSeveral ? skipJoiners(found.end) : found.end;
+            found = next > found.end ? countedAt(skipArticle(next)) : Counted();
         }
-        int at = index + number.length;
-        bool counted = number.ordinal || m_tokens[at - 1].kind == Token::Kind::Han;
-        if (at < m_clause.size() && isCounter(m_tokens[at])) {
-            counted = true;
-            ++at;
+        return index;
+    }
+
+    int addAll(const Keyword &keyword, const QVector<Number> &numbers, int begin, int end)
+    {
+        for (const Number &number : numbers) {
+            add(keyword.kind, number);
         }
-        const Keyword keyword = at < m_clause.size() ? keywordAt(at) : Keyword();
-        const bool han = keyword.length > 0 && m_tokens[at].kind == Token::Kind::Han;
-        if (keyword.length == 0 || (!counted && !han)) {
-            return index;
-        }
-        add(keyword.kind, number);
-        return close(index, at + keyword.length);
+        return close(begin, end + keyword.length);
+    }
+
+    int skipArticle(int index) const
+    {
+        static const WordList article(u"the");
+        return index < m_clause.size() && m_clause.freeLengthAt(article, index) > 0 ? index + 1 : index;
     }
 
     static bool isCounter(const Token &token)
@@ -112,6 +147,7 @@ private:
         while (number.length > 0) {
             add(keyword.kind, number);
             end = at + number.length;
+            end += end < m_clause.size() && m_clause.isFree(end) && isCounter(m_tokens[end]) ? 1 : 0;
             at = skipJoiners(end);
             const bool more = at > end && at < m_clause.size();
             number = more ? freeNumberAt(at) : Number();
@@ -129,11 +165,16 @@ private:
 
     bool isKeywordBehind(int index) const { return index < m_clause.size() && keywordAt(index).length > 0; }
 
+    // Behind a colon stands something else: "layer 3: 30".
+    static bool isComma(const Token &token)
+    {
+        return token.kind == Token::Kind::Pause && QStringLiteral(",，、;；").contains(token.text);
+    }
+
     int skipJoiners(int index) const
     {
         int at = index;
-        while (at < m_clause.size()
-               && (m_tokens[at].kind == Token::Kind::Pause || m_clause.freeLengthAt(words().joiner, at) == 1)) {
+        while (at < m_clause.size() && (isComma(m_tokens[at]) || m_clause.freeLengthAt(words().joiner, at) == 1)) {
             ++at;
         }
         return at;

@@ -1,7 +1,11 @@
 #include "grammar/playback.h"
 
 #include "grammar/clausereader.h"
+#include "grammar/numberwords.h"
 #include "grammar/sentence.h"
+#include "grammar/vocabulary.h"
+#include "grammar/wholenames.h"
+#include "grammar/wordruns.h"
 
 namespace tavro::assistantservice {
 
@@ -11,6 +15,8 @@ namespace {
 // end must not get this far.
 constexpr int longestSentence = 400;
 constexpr int longestPrompt = 1000;
+// Each part may look through the whole media list.
+constexpr int mostClauses = 12;
 
 // "Play X on layer 1 and set the volume to 30 %": the volume is that of the play request before.
 bool completesPlay(const ClauseMeaning &meaning, const Understanding &sofar)
@@ -35,6 +41,48 @@ void takeIn(const ClauseMeaning &meaning, Understanding &understanding)
     }
 }
 
+std::optional<Intent::Action> actionBefore(const Understanding &understanding)
+{
+    return understanding.intents.isEmpty() ? std::nullopt : std::make_optional(understanding.intents.last().action);
+}
+
+// A part that asks for something nobody understood, or makes a condition of the rest: then nothing is done.
+class OpenParts {
+public:
+    explicit OpenParts(const QString &sentence)
+        : m_sentence(sentence)
+    { }
+
+    void add(const Tokens &clause, bool first)
+    {
+        const Vocabulary &v = Vocabulary::instance();
+        const Tokens rest = unexplained({&v.filler, &v.polite, &v.joiner, &v.preposition}, clause);
+        const bool timed = v.timed.occursIn(rest);
+        bool counts = timed || !first;
+        for (int i = 0; i < rest.size(); ++i) {
+            counts = counts || numberAt(rest, i).length > 0;
+        }
+        if (counts && !rest.isEmpty() && m_problem == Problem::None) {
+            m_problem = timed ? Problem::Timed : Problem::Unclear;
+            m_phrase = writtenText(m_sentence, clause);
+        }
+    }
+
+    void applyTo(Understanding &understanding) const
+    {
+        if (m_problem != Problem::None && !understanding.intents.isEmpty() && understanding.problem == Problem::None) {
+            understanding.problem = m_problem;
+            understanding.troubled = 0;
+            understanding.phrase = m_phrase;
+        }
+    }
+
+private:
+    const QString &m_sentence;
+    Problem m_problem = Problem::None;
+    QString m_phrase;
+};
+
 } // namespace
 
 Understanding understandPlayback(const QString &sentence, const MediaNames &names)
@@ -50,14 +98,19 @@ Understanding understandPlayback(const QString &sentence, const MediaNames &name
     const ClauseReader reader(sentence, names);
     const QVector<Tokens> clauses = splitClauses(tokens);
     Understanding understanding;
-    for (const Tokens &clause : clauses) {
-        const bool afterPlay =
-            !understanding.intents.isEmpty() && understanding.intents.last().action == Intent::Action::Play;
-        const ClauseMeaning meaning = reader.read(clause, afterPlay);
+    if (clauses.size() > mostClauses) {
+        return understanding;
+    }
+    OpenParts open(sentence);
+    for (int i = 0; i < clauses.size(); ++i) {
+        const ClauseMeaning meaning = reader.read(clauses[i], actionBefore(understanding));
         if (meaning.understood) {
             takeIn(meaning, understanding);
+        } else {
+            open.add(clauses[i], i == 0);
         }
     }
+    open.applyTo(understanding);
     return understanding;
 }
 

@@ -32,6 +32,10 @@ enum class Problem {
     WrongVolume,
     WrongPlace,
     Unsupported,
+    /// "In ten seconds", "when Harbour ends": everything is carried out at once.
+    Timed,
+    /// Words are left that nobody here understands; they may change what was meant.
+    Unclear,
     Negated,
 };
 
@@ -43,14 +47,14 @@ struct Understanding {
     int troubled = -1;
     /// The name or value that it is about, as written.
     QString phrase;
-    /// SeveralMedia: the items it may be; UnknownMedia: similar ones.
+    /// SeveralMedia: the items it may be; UnknownMedia: similar ones; NoMedia: one that is perhaps meant.
     QVector<int> candidates;
 
     bool isPlayback() const { return !intents.isEmpty() || problem != Problem::None; }
 };
 
-/// Understands one sentence, without regard to what was said before. One of more than 400 characters is not about
-/// playback.
+/// Understands one sentence, without regard to what was said before. One of more than 400 characters or 12 parts is not
+/// about playback.
 Understanding understandPlayback(const QString &sentence, const MediaNames &names);
 
 /// Finds out whether the end of a picture's description asks for playing it ("..., play it on layer 2").

@@ -1,9 +1,12 @@
 #include "grammar/sentence.h"
 
 #include "grammar/clause.h"
+#include "grammar/korean.h"
 #include "grammar/places.h"
+#include "grammar/verbs.h"
 #include "grammar/vocabulary.h"
 #include "grammar/volumes.h"
+#include "grammar/wordruns.h"
 
 #include <algorithm>
 
@@ -16,56 +19,6 @@ const Vocabulary &words()
     return Vocabulary::instance();
 }
 
-bool isHangul(const Token &token)
-{
-    return token.text[0].script() == QChar::Script_Hangul;
-}
-
-// "layer 2" or "half volume" and nothing else: more likely a place or a volume than the name of a media item.
-bool isOnlyDetails(const Tokens &tokens)
-{
-    Clause clause(tokens);
-    Volume volume = takePercent(clause);
-    takePlaces(clause);
-    takeVolumeWords(clause, volume);
-    return clause.rest().isEmpty();
-}
-
-bool isVerb(const Tokens &tokens, int index)
-{
-    const Vocabulary &v = words();
-    for (const WordList *list : {&v.play, &v.weakPlay, &v.stop, &v.pause, &v.set, &v.mute, &v.unmute}) {
-        if (list->lengthAt(tokens, index) > 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
-struct Span {
-    int from = 0;
-    int length = 0;
-    QString compact;
-};
-
-// All runs of tokens that could be a name, the longest first.
-QVector<Span> spansOf(const Tokens &tokens)
-{
-    constexpr int longestName = 24;
-    QVector<Span> spans;
-    for (int from = 0; from < tokens.size(); ++from) {
-        QString compact;
-        for (int i = from; i < std::min(tokens.size(), from + longestName); ++i) {
-            compact += nameKey(tokens[i].text).compact;
-            if (i > from && tokens[i].kind != Token::Kind::Pause) {
-                spans.append({from, i - from + 1, compact});
-            }
-        }
-    }
-    std::stable_sort(spans.begin(), spans.end(), [](const Span &a, const Span &b) { return a.length > b.length; });
-    return spans;
-}
-
 bool opensRequest(const Tokens &tokens)
 {
     static const WordList objectFirst(u"把|将");
@@ -76,7 +29,7 @@ bool opensRequest(const Tokens &tokens)
         if (!clause.isFree(i)) {
             continue;
         }
-        if (isVerb(tokens, i) || objectFirst.contains(tokens[i])) {
+        if (verbLengthAt(tokens, i) > 0 || objectFirst.contains(tokens[i])) {
             return true;
         }
         if (!words().polite.contains(tokens[i]) && !words().preposition.contains(tokens[i])) {
@@ -95,67 +48,75 @@ bool namesItemAndPlace(const Tokens &tokens)
     return !places.isEmpty() && !clause.rest().isEmpty();
 }
 
-int breakLength(const Tokens &tokens, int index)
+// "Layer 1 to 30 %", with or without "set".
+bool setsVolume(const Tokens &tokens)
 {
-    if (tokens[index].quoted) {
-        return 0;
-    }
-    return tokens[index].kind == Token::Kind::Pause ? 1 : words().joiner.lengthAt(tokens, index);
+    Clause clause(tokens);
+    Volume volume = takePercent(clause);
+    const Places places = takePlaces(clause);
+    takeVolumeWords(clause, volume);
+    takeBareVolume(clause, volume);
+    const Vocabulary &v = words();
+    return !places.isEmpty() && volume.isSettled()
+        && consistsOf({&v.set, &v.relative, &v.filler, &v.polite, &v.preposition, &v.after}, clause.rest());
 }
 
-int nextBreak(const Tokens &tokens, int from)
+// "Layer 2 of program 1" says all about one place: another such is not meant together with it.
+bool namesWholePlace(const Tokens &tokens)
+{
+    Clause clause(tokens);
+    const Places places = takePlaces(clause);
+    return !places.layers.isEmpty() && (!places.programs.isEmpty() || !places.outputs.isEmpty());
+}
+
+// A sentence in which the places are found: "and" in "layers 1 and 2" is no break.
+Clause withPlaces(const Tokens &tokens)
+{
+    Clause clause(tokens);
+    takePercent(clause);
+    takePlaces(clause);
+    return clause;
+}
+
+int breakLength(const Clause &sentence, int index)
+{
+    const bool pause = sentence.isFree(index) && sentence.tokens()[index].kind == Token::Kind::Pause;
+    return pause ? 1 : sentence.freeLengthAt(words().joiner, index);
+}
+
+int nextBreak(const Clause &sentence, int from)
 {
     int at = from;
-    while (at < tokens.size() && breakLength(tokens, at) == 0) {
+    while (at < sentence.size() && breakLength(sentence, at) == 0) {
         ++at;
     }
     return at;
 }
 
-int skipBreaks(const Tokens &tokens, int from)
+int skipBreaks(const Clause &sentence, int from)
 {
     int at = from;
-    while (at < tokens.size() && breakLength(tokens, at) > 0) {
-        at += breakLength(tokens, at);
+    while (at < sentence.size() && breakLength(sentence, at) > 0) {
+        at += breakLength(sentence, at);
     }
     return at;
 }
 
 } // namespace
 
-void quoteWholeNames(Tokens &tokens, const MediaNames &names)
-{
-    const QVector<Span> spans = spansOf(tokens);
-    QSet<QString> compacts;
-    for (const Span &span : spans) {
-        compacts.insert(span.compact);
-    }
-    const QSet<QString> whole = names.wholeNames(compacts);
-    for (const Span &span : spans) {
-        const auto begin = tokens.begin() + span.from;
-        const bool known = whole.contains(span.compact)
-            && std::none_of(begin, begin + span.length, [](const Token &token) { return token.quoted; });
-        bool afterVerb = false;
-        for (int i = 0; i < span.from && !afterVerb; ++i) {
-            afterVerb = isVerb(tokens, i);
-        }
-        if (known && (afterVerb || !isVerb(tokens, span.from)) && !isOnlyDetails(tokens.mid(span.from, span.length))) {
-            std::for_each(begin, begin + span.length, [](Token &token) { token.quoted = true; });
-        }
-    }
-}
-
 QVector<Tokens> splitClauses(const Tokens &tokens)
 {
+    const Clause sentence = withPlaces(tokens);
     QVector<Tokens> clauses;
-    int begin = skipBreaks(tokens, 0);
-    int at = nextBreak(tokens, begin);
+    int begin = skipBreaks(sentence, 0);
+    int at = nextBreak(sentence, begin);
     while (at < tokens.size()) {
-        const int next = skipBreaks(tokens, at);
-        const int end = nextBreak(tokens, next);
+        const int next = skipBreaks(sentence, at);
+        const int end = nextBreak(sentence, next);
         const Tokens before = tokens.mid(begin, at - begin);
         const Tokens behind = tokens.mid(next, end - next);
-        if (opensRequest(behind) || (namesItemAndPlace(before) && namesItemAndPlace(behind))) {
+        if (opensRequest(behind) || (namesItemAndPlace(before) && namesItemAndPlace(behind))
+            || (setsVolume(before) && setsVolume(behind)) || (namesWholePlace(before) && namesWholePlace(behind))) {
             clauses.append(before);
             begin = next;
         }
@@ -167,9 +128,10 @@ QVector<Tokens> splitClauses(const Tokens &tokens)
 
 QVector<Tokens> tailsOf(const Tokens &tokens)
 {
+    const Clause sentence(tokens);
     QVector<Tokens> tails;
-    for (int at = nextBreak(tokens, 0); at < tokens.size(); at = nextBreak(tokens, at)) {
-        at = skipBreaks(tokens, at);
+    for (int at = nextBreak(sentence, 0); at < tokens.size(); at = nextBreak(sentence, at)) {
+        at = skipBreaks(sentence, at);
         tails.append(tokens.mid(at));
     }
     return tails;

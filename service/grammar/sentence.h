@@ -1,12 +1,8 @@
 #pragma once
 
-#include "grammar/medianames.h"
 #include "grammar/tokens.h"
 
 namespace tavro::assistantservice {
-
-/// Marks the words of whole media names in a sentence as quoted, so that "Program 1 Opener" is not read as a program.
-void quoteWholeNames(Tokens &tokens, const MediaNames &names);
 
 /// Takes a sentence apart where a new request begins: "stop layer 1 and play X on layer 2".
 QVector<Tokens> splitClauses(const Tokens &tokens);

@@ -37,7 +37,8 @@ private:
         if (takeQuote(m_sentence[m_at])) {
             return;
         }
-        if (isDigit(c)) {
+        const bool fraction = c == QLatin1Char('.') && isDigit(at(m_at + 1)) && !at(m_at - 1).isLetterOrNumber();
+        if (isDigit(c) || fraction) {
             takeDigits();
         } else if (isHan(c)) {
             add(Token::Kind::Han, 1);

@@ -11,12 +11,17 @@ struct Verb {
     int length = 0;
 };
 
-enum class VerbKind { None, Play, WeakPlay, Stop, Unsupported, Unmute, Mute, Set };
+enum class VerbKind { None, Play, WeakPlay, Assign, Stop, Unsupported, Unmute, Mute, Set };
 
 struct FoundVerb {
     VerbKind kind = VerbKind::None;
     Verb verb;
+    /// Where its second word stands ("off" in "turn layer 2 off"), or -1.
+    int particle = -1;
 };
+
+/// Length of the verb at @p index, whether or not it is the request's verb; 0 where there is none.
+int verbLengthAt(const Tokens &tokens, int index);
 
 /// True where nothing of weight stands before @p index: a verb there is the request's verb.
 bool isLeading(const Clause &clause, int index);

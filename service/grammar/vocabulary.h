@@ -12,11 +12,17 @@ struct Vocabulary {
     /// Words that mean "play" only next to something that can be played: "show", "put", "放".
     WordList weakPlay;
     WordList stop;
+    /// Those of the words for "stop" that mean nothing else.
+    WordList certainStop;
     WordList pause;
     WordList set;
     WordList relative;
+    /// Words for a change that starts from the present volume, unless they say to which ("lower it by 10 %").
+    WordList changeBy;
     WordList mute;
     WordList unmute;
+    /// With a word for "mute" it means the contrary.
+    WordList undo;
     WordList volume;
     WordList layer;
     WordList program;
@@ -42,6 +48,10 @@ struct Vocabulary {
     WordList picture;
     WordList yes;
     WordList last;
+    /// "Playing" as what something does.
+    WordList running;
+    /// Times and conditions.
+    WordList timed;
 };
 
 } // namespace tavro::assistantservice

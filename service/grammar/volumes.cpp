@@ -31,9 +31,14 @@ void setPercent(Volume &volume, double value)
     }
 }
 
-// Without a percent sign "0.3" is a part of the whole and "30" means percent.
+// Without a percent sign "0.3" is a part of the whole and "30" means percent; "1" may be either.
 void setBare(Volume &volume, const Number &number)
 {
+    if (number.value == 1 && !number.decimal) {
+        volume.mentioned = true;
+        volume.ambiguous = true;
+        return;
+    }
     const bool part = number.decimal && number.value >= 0 && number.value <= 1;
     setPercent(volume, part ? number.value / percent : number.value);
 }
@@ -41,12 +46,14 @@ void setBare(Volume &volume, const Number &number)
 struct Percent {
     double value = 0.0;
     int length = 0;
+    bool decibels = false;
 };
 
 Percent percentAt(const Clause &clause, int index)
 {
     static const WordList hundredths(u"百分之");
     static const WordList tenths(u"成");
+    static const WordList decibels(u"db|decibel|decibels|分贝|дб|децибел*|데시벨*");
     const Tokens &tokens = clause.tokens();
     const int prefix = clause.freeLengthAt(hundredths, index);
     const int start = index + prefix;
@@ -59,19 +66,41 @@ Percent percentAt(const Clause &clause, int index)
         return {};
     }
     if (prefix > 0) {
-        return {number.value, prefix + number.length};
+        return {number.value, prefix + number.length, false};
+    }
+    if (const int unit = clause.freeLengthAt(decibels, end)) {
+        return {number.value, number.length + unit, true};
     }
     if (const int sign = clause.freeLengthAt(words().percent, end)) {
-        return {number.value, number.length + sign};
+        return {number.value, number.length + sign, false};
     }
     const bool isTenths = tokens[start].kind == Token::Kind::Han && clause.freeLengthAt(tenths, end) == 1;
-    return isTenths ? Percent{number.value * 10, number.length + 1} : Percent();
+    return isTenths ? Percent{number.value * 10, number.length + 1, false} : Percent();
 }
 
-// "by 10 %", but not the Russian "на 10 %", which says both "by" and "at".
-bool saysBy(const Clause &clause, int index)
+bool isFreeOf(const WordList &list, const Clause &clause, int index)
 {
-    return clause.isFree(index - 1) && clause.tokens()[index - 1].text == QLatin1String("by");
+    return index >= 0 && clause.freeLengthAt(list, index) > 0;
+}
+
+// "By 10 %", and "lower it 10 %" where no "to" says that this is the new volume. The Russian "на 10 %" says both "by"
+// and "at": the verb decides.
+bool isChange(const Clause &clause, int begin, int end)
+{
+    static const WordList by(u"by");
+    static const WordList toBefore(u"to|at|down to|up to|到|至|为|成|до");
+    static const WordList toBehind(u"으로|로");
+    return isFreeOf(by, clause, begin - 1)
+        || (clause.find(words().changeBy) >= 0 && !isFreeOf(toBefore, clause, begin - 1)
+            && !isFreeOf(toBehind, clause, end));
+}
+
+// "From 50 % to 30 %": the first of them is the present volume.
+bool isStart(const Clause &clause, int begin, int end)
+{
+    static const WordList from(u"from|从|由|с|со");
+    static const WordList to(u"to|到|至|до|на|에서");
+    return isFreeOf(from, clause, begin - 1) && isFreeOf(to, clause, end);
 }
 
 struct NamedValue {
@@ -124,13 +153,13 @@ bool takeNumberNear(Clause &clause, int keyword, int keywordEnd, Volume &volume)
         ++at;
     }
     const Number behind = clause.isFree(at) ? numberAt(clause.tokens(), at) : Number();
-    if (behind.length > 0) {
+    if (behind.length > 0 && !behind.ordinal) {
         clause.use(keywordEnd, at + behind.length - keywordEnd);
         setBare(volume, behind);
         return true;
     }
     const Number before = clause.isFree(keyword - 1) ? numberAt(clause.tokens(), keyword - 1) : Number();
-    if (before.length == 1) {
+    if (before.length == 1 && !before.ordinal) {
         clause.use(keyword - 1, 1);
         clause.useBefore(words().before, keyword - 1);
         setBare(volume, before);
@@ -156,15 +185,30 @@ void takeKeyword(Clause &clause, int keyword, Volume &volume)
 
 void takeMute(Clause &clause, Volume &volume)
 {
-    static const WordList muted(u"muted|mute|静音|음소거*|без звука|silently");
-    const int at = clause.find(muted);
+    static const WordList muted(u"muted|silently|без звука");
+    const WordList &list = clause.find(muted) >= 0 ? muted : words().mute;
+    const int at = clause.find(list);
     if (at < 0 || volume.isSettled()) {
         return;
     }
-    clause.use(at, clause.freeLengthAt(muted, at));
+    clause.use(at, clause.freeLengthAt(list, at));
     clause.useBefore(words().before, at);
     volume.mentioned = true;
     volume.value = 0.0;
+}
+
+void takePercentAt(Clause &clause, int index, const Percent &found, Volume &volume)
+{
+    if (!isStart(clause, index, index + found.length)) {
+        volume.relative = isChange(clause, index, index + found.length);
+        setPercent(volume, found.value);
+    }
+    if (found.decibels) {
+        volume.value.reset();
+        volume.wrong = written(found.value) + QStringLiteral(" dB");
+    }
+    clause.use(index, found.length);
+    clause.useBefore(words().before, index);
 }
 
 } // namespace
@@ -175,10 +219,7 @@ Volume takePercent(Clause &clause)
     for (int i = 0; i < clause.size() && !volume.isSettled(); ++i) {
         const Percent found = clause.isFree(i) ? percentAt(clause, i) : Percent();
         if (found.length > 0) {
-            volume.relative = saysBy(clause, i);
-            setPercent(volume, found.value);
-            clause.use(i, found.length);
-            clause.useBefore(words().before, i);
+            takePercentAt(clause, i, found, volume);
         }
     }
     return volume;
@@ -198,11 +239,16 @@ void takeBareVolume(Clause &clause, Volume &volume)
         if (!clause.isFree(i)) {
             continue;
         }
+        // "大一点" holds a number that is none.
+        if (clause.freeLengthAt(words().relative, i) > 1) {
+            i += clause.freeLengthAt(words().relative, i) - 1;
+            continue;
+        }
         takeNamedValue(clause, i, volume);
         const Number number = clause.isFree(i) ? numberAt(clause.tokens(), i) : Number();
-        if (number.length > 0 && !volume.isSettled()) {
+        if (number.length > 0 && !number.ordinal && !volume.isSettled()) {
+            volume.relative = isChange(clause, i, i + number.length);
             clause.use(i, number.length);
-            volume.relative = saysBy(clause, i);
             setBare(volume, number);
         }
     }

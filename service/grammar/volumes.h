@@ -14,10 +14,12 @@ struct Volume {
     std::optional<double> value;
     /// "louder", "by 10 %": a change that starts from a volume nobody here knows.
     bool relative = false;
+    /// A bare "1": one percent, or all of it.
+    bool ambiguous = false;
     /// A value out of range, as it was written; else empty.
     QString wrong;
 
-    bool isSettled() const { return value.has_value() || relative || !wrong.isEmpty(); }
+    bool isSettled() const { return value.has_value() || relative || ambiguous || !wrong.isEmpty(); }
 };
 
 /// Finds "50 %", "百分之三十" and uses their tokens. To be called before the places are looked for.

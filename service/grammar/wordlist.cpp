@@ -44,9 +44,9 @@ WordList::WordList(const char16_t *phrases)
     }
 }
 
-int WordList::length(const QStringList &phrase, const Tokens &tokens, int from) const
+int WordList::length(const QStringList &phrase, const Tokens &tokens, int from, int end) const
 {
-    if (from + phrase.size() > tokens.size()) {
+    if (from + phrase.size() > end) {
         return 0;
     }
     for (int i = 0; i < phrase.size(); ++i) {
@@ -57,14 +57,14 @@ int WordList::length(const QStringList &phrase, const Tokens &tokens, int from) 
     return phrase.size();
 }
 
-int WordList::lengthAt(const Tokens &tokens, int from) const
+int WordList::lengthAt(const Tokens &tokens, int from, int end) const
 {
     int longest = 0;
     for (const QStringList &phrase : m_phrases.value(tokens[from].text)) {
-        longest = std::max(longest, length(phrase, tokens, from));
+        longest = std::max(longest, length(phrase, tokens, from, end));
     }
     for (const QStringList &phrase : m_openPhrases) {
-        longest = std::max(longest, length(phrase, tokens, from));
+        longest = std::max(longest, length(phrase, tokens, from, end));
     }
     return longest;
 }

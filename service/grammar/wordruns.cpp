@@ -18,14 +18,21 @@ int longestAt(WordLists lists, const Tokens &tokens, int index)
 
 bool consistsOf(WordLists lists, const Tokens &tokens)
 {
+    return unexplained(lists, tokens).isEmpty();
+}
+
+Tokens unexplained(WordLists lists, const Tokens &tokens)
+{
+    Tokens left;
     for (int i = 0; i < tokens.size();) {
+        const bool name = tokens[i].quoted;
         const int length = tokens[i].kind == Token::Kind::Pause ? 1 : longestAt(lists, tokens, i);
-        if (length == 0 || tokens[i].quoted) {
-            return false;
+        if (name || length == 0) {
+            left.append(tokens[i]);
         }
-        i += length;
+        i += name ? 1 : std::max(1, length);
     }
-    return true;
+    return left;
 }
 
 Tokens trimmed(Tokens tokens)

@@ -16,6 +16,9 @@ int longestAt(WordLists lists, const Tokens &tokens, int index);
 /// Whether the tokens are phrases of the lists, and pauses, and nothing else. Quoted words are names, not phrases.
 bool consistsOf(WordLists lists, const Tokens &tokens);
 
+/// The tokens that are no phrases of the lists, and no pauses.
+Tokens unexplained(WordLists lists, const Tokens &tokens);
+
 /// Without words like "the", "clip", "的" at both ends.
 Tokens trimmed(Tokens tokens);
 

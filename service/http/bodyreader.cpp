@@ -1,5 +1,7 @@
 #include "http/bodyreader.h"
 
+#include "http/bodyhead.h"
+
 namespace tavro::assistantservice {
 
 namespace {
@@ -16,10 +18,7 @@ ServiceError BodyReader::read(const httplib::ContentReader &reader)
 {
     const bool whole = reader([this](const char *data, size_t size) { return take(data, size); });
     if (m_received > m_limit) {
-        return {ErrorCode::TooLarge,
-                QStringLiteral("The request is larger than %1 bytes. A shorter conversation or a smaller media "
-                               "library may help.")
-                    .arg(m_limit)};
+        return bodyTooLarge(m_limit);
     }
     if (!whole) {
         return {ErrorCode::BadRequest, QStringLiteral("The request did not arrive whole or in time.")};

@@ -19,8 +19,10 @@ using std::chrono::milliseconds;
 
 constexpr size_t largestHead = 64 * 1024;
 constexpr size_t leastBytesPerMillisecond = 64;
-constexpr milliseconds graceWhenStopping{3000};
+constexpr milliseconds graceWhenStopping{1000};
 constexpr milliseconds lingerTime{1000};
+constexpr milliseconds lingerTimeWhenStopping{200};
+constexpr milliseconds slowHead{2000};
 constexpr size_t lingerBytes = 16 * 1024 * 1024;
 
 int millisecondsUntil(std::chrono::steady_clock::time_point deadline)
@@ -50,17 +52,19 @@ ClientStream::~ClientStream()
     ::close(m_socket);
 }
 
-bool ClientStream::waitForRequest(milliseconds limit, bool mayGiveWay)
+bool ClientStream::waitForRequest(milliseconds limit, milliseconds patience)
 {
     if (m_begin < m_end) {
         return true;
     }
+    const Clock::time_point patientUntil = Clock::now() + patience;
     const Clock::time_point end = Clock::now() + limit;
-    pollfd waits[] = {{m_socket, POLLIN, 0},
-                      {m_wakeups.stopDescriptor(), POLLIN, 0},
-                      {mayGiveWay ? m_wakeups.threadRequestDescriptor() : -1, POLLIN, 0}};
-    while (Clock::now() < end) {
-        const int ready = ::poll(waits, 3, millisecondsUntil(end));
+    for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
+        const bool mayGiveWay = now >= patientUntil;
+        pollfd waits[] = {{m_socket, POLLIN, 0},
+                          {m_wakeups.stopDescriptor(), POLLIN, 0},
+                          {mayGiveWay ? m_wakeups.threadRequestDescriptor() : -1, POLLIN, 0}};
+        const int ready = ::poll(waits, 3, millisecondsUntil(mayGiveWay ? end : std::min(end, patientUntil)));
         if (ready < 0 && errno != EINTR) {
             return false;
         }
@@ -76,7 +80,8 @@ bool ClientStream::waitForRequest(milliseconds limit, bool mayGiveWay)
 
 void ClientStream::startRequest()
 {
-    m_deadline = Clock::now() + m_limit;
+    m_started = Clock::now();
+    m_deadline = m_started + m_limit;
     m_hurried = false;
     m_headLeft = largestHead;
     m_readingHead = true;
@@ -95,7 +100,7 @@ bool ClientStream::isOverdue() const
 void ClientStream::lingerBeforeClose()
 {
     ::shutdown(m_socket, SHUT_WR);
-    m_deadline = std::min(m_deadline, Clock::now()) + lingerTime;
+    m_deadline = std::min(m_deadline, Clock::now()) + (m_wakeups.isStopped() ? lingerTimeWhenStopping : lingerTime);
     m_readingHead = false;
     for (size_t total = 0; total < lingerBytes && waitFor(POLLIN); total += m_end) {
         if (!fillBuffer()) {
@@ -104,11 +109,25 @@ void ClientStream::lingerBeforeClose()
     }
 }
 
+// A head takes one packet: who sends it in drops must not keep the threads from others.
+bool ClientStream::mayGiveWay(short event) const
+{
+    return event == POLLIN && m_readingHead && Clock::now() >= m_started + slowHead;
+}
+
+ClientStream::Clock::time_point ClientStream::nextLook(short event) const
+{
+    const bool patient = event == POLLIN && m_readingHead && !mayGiveWay(event);
+    return patient ? std::min(m_deadline, m_started + slowHead) : m_deadline;
+}
+
 bool ClientStream::waitFor(short event)
 {
     while (!isOverdue()) {
-        pollfd waits[] = {{m_socket, event, 0}, {m_hurried ? -1 : m_wakeups.stopDescriptor(), POLLIN, 0}};
-        const int ready = ::poll(waits, 2, millisecondsUntil(m_deadline));
+        pollfd waits[] = {{m_socket, event, 0},
+                          {m_hurried ? -1 : m_wakeups.stopDescriptor(), POLLIN, 0},
+                          {mayGiveWay(event) ? m_wakeups.threadRequestDescriptor() : -1, POLLIN, 0}};
+        const int ready = ::poll(waits, 3, millisecondsUntil(nextLook(event)));
         if (ready < 0 && errno != EINTR) {
             return false;
         }
@@ -118,6 +137,9 @@ bool ClientStream::waitFor(short event)
         }
         if (ready > 0 && waits[0].revents != 0) {
             return true;
+        }
+        if (ready > 0 && waits[2].revents != 0 && m_wakeups.takeThreadRequest()) {
+            return false;
         }
     }
     return false;

@@ -17,8 +17,9 @@ public:
     ClientStream(socket_t socket, std::chrono::milliseconds limit, Wakeups &wakeups);
     ~ClientStream() override;
 
-    /// Waits for the first byte of a request. An idle connection also ends when its thread is needed elsewhere.
-    bool waitForRequest(std::chrono::milliseconds limit, bool mayGiveWay);
+    /// Waits for the first byte of a request. Once `patience` is over, the connection also ends when its thread is
+    /// needed elsewhere.
+    bool waitForRequest(std::chrono::milliseconds limit, std::chrono::milliseconds patience);
     /// Starts the time of the request that is read next, and limits the size of its head.
     void startRequest();
     /// Lifts the limit of the head: the body, which comes now, has its own.
@@ -39,6 +40,8 @@ private:
     using Clock = std::chrono::steady_clock;
 
     bool waitFor(short event);
+    bool mayGiveWay(short event) const;
+    Clock::time_point nextLook(short event) const;
     bool fillBuffer();
     void acknowledgeAtOnce() const;
     void countBytes(size_t size);
@@ -47,6 +50,7 @@ private:
     const std::chrono::milliseconds m_limit;
     Wakeups &m_wakeups;
     Clock::time_point m_deadline;
+    Clock::time_point m_started;
     bool m_hurried = false;
     size_t m_headLeft = 0;
     bool m_readingHead = true;

@@ -1,5 +1,6 @@
 #include "http/httpserver.h"
 
+#include "http/bodyhead.h"
 #include "http/bodyreader.h"
 #include "http/clientstream.h"
 #include "http/connectionqueue.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr char picturesPath[] = "/pictures/";
 constexpr char healthPath[] = "/healthz";
 constexpr int requestsPerConnection = 100000;
+// A new connection keeps its thread for so long, also where others wait for one.
+constexpr std::chrono::milliseconds patienceUnderLoad{1000};
 
 // Without SO_REUSEPORT, which httplib sets by itself: two services would share one port and half of the polls would go
 // to the one that does not know the request.
@@ -80,6 +83,8 @@ HttpServer::HttpServer(const HttpSettings &settings, Assistant &assistant)
         return new ConnectionQueue(m_settings.threads, m_settings.waitingConnections, m_wakeups);
     };
     set_pre_routing_handler([this](const auto &request, auto &response) { return answerOthers(request, response); });
+    set_expect_100_continue_handler(
+        [this](const auto &request, auto &response) { return answerExpectation(request, response); });
     set_error_handler(httplib::Server::Handler(&describeRefusal));
     set_exception_handler(&describeException);
     set_logger(&logExchange);
@@ -90,10 +95,13 @@ HttpServer::HttpServer(const HttpSettings &settings, Assistant &assistant)
 
 int HttpServer::bind(const std::string &host, int port)
 {
-    if (port == 0) {
-        return std::max(0, bind_to_any_port(host));
+    const int bound = port == 0 ? std::max(0, bind_to_any_port(host)) : bind_to_port(host, port) ? port : 0;
+    if (bound > 0) {
+        // httplib lets five connections wait to be taken. Of a larger burst the kernel would drop the rest, and their
+        // clients try again only after a second or more.
+        ::listen(svr_sock_, SOMAXCONN);
     }
-    return bind_to_port(host, port) ? port : 0;
+    return bound;
 }
 
 void HttpServer::serve()
@@ -112,10 +120,10 @@ void HttpServer::stop()
 bool HttpServer::process_and_close_socket(socket_t socket)
 {
     ClientStream stream(socket, m_settings.clientLimit, m_wakeups);
-    if (ConnectionQueue::isRefusing()) {
+    if (ConnectionQueue::isRefusing() || m_wakeups.isStopped()) {
         return false;
     }
-    bool open = stream.waitForRequest(m_settings.clientLimit, false);
+    bool open = stream.waitForRequest(m_settings.clientLimit, patienceUnderLoad);
     for (int left = requestsPerConnection; open; --left) {
         stream.startRequest();
         const Exchange &exchange = startExchange(stream);
@@ -126,7 +134,7 @@ bool HttpServer::process_and_close_socket(socket_t socket)
             stream.lingerBeforeClose();
             return true;
         }
-        open = open && stream.waitForRequest(m_settings.keepAlive, true);
+        open = open && stream.waitForRequest(m_settings.keepAlive, std::chrono::milliseconds(0));
     }
     return true;
 }
@@ -156,22 +164,47 @@ void HttpServer::answerPost(const httplib::Request &request, httplib::Response &
 httplib::Server::HandlerResponse HttpServer::answerOthers(const httplib::Request &request, httplib::Response &response)
 {
     const bool post = request.method == "POST";
-    if (post && m_posts.count(request.path) > 0 && !request.is_multipart_form_data()) {
+    const bool endpoint = post && m_posts.count(request.path) > 0;
+    const ServiceError error = endpoint ? refusal(request) : ServiceError();
+    if (endpoint && !error) {
         currentExchange().stream->startBody();
         return HandlerResponse::Unhandled;
     }
     currentExchange().closeAfterwards =
         post || request.has_header("Content-Length") || request.has_header("Transfer-Encoding");
-    setReply(response, replyWithoutBody(request));
+    if (currentExchange().closeAfterwards) {
+        response.set_header("Connection", "close");
+    }
+    setReply(response, endpoint ? errorReply(error) : replyWithoutBody(request));
     return HandlerResponse::Handled;
+}
+
+// 100 lets the client send its body. Any other answer goes out as it is: httplib adds no length to it.
+int HttpServer::answerExpectation(const httplib::Request &request, httplib::Response &response)
+{
+    if (answerOthers(request, response) == HandlerResponse::Unhandled) {
+        return 100;
+    }
+    response.set_header("Content-Length", std::to_string(response.body.size()));
+    return response.status;
+}
+
+// Why a request to an endpoint is answered without reading its body.
+ServiceError HttpServer::refusal(const httplib::Request &request) const
+{
+    if (const ServiceError error = m_assistant.checkToken(callerOf(request))) {
+        return error;
+    }
+    if (request.is_multipart_form_data()) {
+        return {ErrorCode::BadRequest, QStringLiteral("The request must be JSON, not a form.")};
+    }
+    return checkBodyHead(request, m_settings.largestBody);
 }
 
 Reply HttpServer::replyWithoutBody(const httplib::Request &request)
 {
     if (m_posts.count(request.path) > 0) {
-        return request.method == "POST"
-            ? errorReply({ErrorCode::BadRequest, QStringLiteral("The request must be JSON, not a form.")})
-            : httpErrorReply(wrongMethod("POST"));
+        return httpErrorReply(wrongMethod("POST"));
     }
     const bool picture = startsWith(request.path, picturesPath);
     if (!picture && request.path != healthPath) {

@@ -19,7 +19,7 @@ struct HttpSettings {
     /// An idle connection is kept for so long, unless its thread is needed. Longer than the panel's poll interval.
     std::chrono::milliseconds keepAlive{75000};
     int threads = 64;
-    int waitingConnections = 256;
+    int waitingConnections = 512;
 };
 
 /// Speaks HTTP for an Assistant. bind() and serve() are called once each, in this order.
@@ -43,6 +43,8 @@ private:
     void answerPost(const httplib::Request &request, httplib::Response &response, const httplib::ContentReader &reader,
                     JsonEndpoint endpoint);
     HandlerResponse answerOthers(const httplib::Request &request, httplib::Response &response);
+    int answerExpectation(const httplib::Request &request, httplib::Response &response);
+    ServiceError refusal(const httplib::Request &request) const;
     Reply replyWithoutBody(const httplib::Request &request);
 
     const HttpSettings m_settings;

@@ -19,6 +19,24 @@ void paintStyle(Style style, Canvas &canvas)
     painters[static_cast<size_t>(style)](canvas);
 }
 
+// Refuses to be written once nobody wants the file any more: that is the only way to make the encoder give up.
+class CancellableBuffer : public QBuffer {
+public:
+    CancellableBuffer(QByteArray *bytes, const std::atomic<bool> &cancelled)
+        : QBuffer(bytes)
+        , m_cancelled(cancelled)
+    { }
+
+protected:
+    qint64 writeData(const char *data, qint64 length) override
+    {
+        return m_cancelled ? -1 : QBuffer::writeData(data, length);
+    }
+
+private:
+    const std::atomic<bool> &m_cancelled;
+};
+
 } // namespace
 
 QImage paintPicture(const PictureRequest &request, const std::atomic<bool> &cancelled)
@@ -44,10 +62,10 @@ QImage paintPicture(const PictureRequest &request, const std::atomic<bool> &canc
 }
 
 // The lightest compression that zlib has: a large picture is ready seconds earlier and only some percent longer.
-QByteArray encodePng(const QImage &image)
+QByteArray encodePng(const QImage &image, const std::atomic<bool> &cancelled)
 {
     QByteArray bytes;
-    QBuffer buffer(&bytes);
+    CancellableBuffer buffer(&bytes, cancelled);
     QImageWriter writer(&buffer, "png");
     constexpr int levelOne = 85;
     writer.setQuality(levelOne);

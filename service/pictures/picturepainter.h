@@ -9,6 +9,7 @@ namespace tavro::assistantservice {
 /// The picture of a request; the same request always gives the same picture. Null where there is no memory for it.
 QImage paintPicture(const PictureRequest &request, const std::atomic<bool> &cancelled);
 
-QByteArray encodePng(const QImage &image);
+/// The picture as a file; empty once `cancelled` is set.
+QByteArray encodePng(const QImage &image, const std::atomic<bool> &cancelled);
 
 } // namespace tavro::assistantservice

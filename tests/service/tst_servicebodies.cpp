@@ -1,3 +1,4 @@
+#include "duplicatekeys.h"
 #include "replies.h"
 #include "requestbodies.h"
 
@@ -82,6 +83,9 @@ class ServiceBodiesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void noticesRepeatedMembers_data();
+    void noticesRepeatedMembers();
+    void refusesRepeatedMembers();
     void readsAWholeTextRequest();
     void readsAWholePictureRequest();
     void readsAPoll();
@@ -227,6 +231,41 @@ void ServiceBodiesTest::repliesHaveTheInterfacesForm()
     const QJsonObject picture = QJsonDocument::fromJson(readyReply(ready, QStringLiteral("http://x/1")).body).object();
     QCOMPARE(picture[QLatin1String("data")][QLatin1String("answers")].toArray(),
              QJsonArray{QStringLiteral("http://x/1")});
+}
+
+// Refused, not taken as the last of the two says: the parser loses the memory of the first.
+void ServiceBodiesTest::noticesRepeatedMembers_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<bool>("repeats");
+    const auto row = [](const char *json, bool repeats) { QTest::newRow(json) << QByteArray(json) << repeats; };
+    row("{\"a\":[],\"a\":[]}", true);
+    row("{\"a\":{},\"b\":1,\"a\":1}", true);
+    row("{ \"a\" : [1, {\"c\": 2}] , \"\\u0061\" : 1 }", true);
+    row("[{\"x\":{\"a\":[],\"a\":2}}]", true);
+    row("{\"a\":[{\"a\":[]}],\"b\":{\"a\":[]}}", false);
+    row("[{\"a\":[]},{\"a\":[]}]", false);
+    row("{\"a\":1,\"a\":2}", false);
+    row("{\"a\":\"{\\\"a\\\":[\",\"b\":[\"a\"],\"c\":[\"a\"]}", false);
+    row("{\"a\":[],\"b", false);
+    row("{\"a\":[],\"a\\", false);
+    row("]}\"", false);
+}
+
+void ServiceBodiesTest::noticesRepeatedMembers()
+{
+    QFETCH(QByteArray, json);
+    QTEST(repeatsContainerKey(json), "repeats");
+}
+
+void ServiceBodiesTest::refusesRepeatedMembers()
+{
+    TextRequest request;
+    QByteArray body = bytes(textBody());
+    body.insert(body.lastIndexOf('}'), ",\"messages\":[]");
+    const ServiceError error = readTextRequest(body, {}, request);
+    QCOMPARE(error.code, ErrorCode::BadRequest);
+    QVERIFY2(error.message.contains(QStringLiteral("twice")), qPrintable(error.message));
 }
 
 QTEST_GUILESS_MAIN(ServiceBodiesTest)

@@ -1,9 +1,10 @@
 #include "builtin/builtinengine.h"
+#include "grammartable.h"
 
-#include <QJsonObject>
 #include <QtTest>
 
-using namespace tavro::assistantservice;
+using namespace grammartable;
+using tavro::assistantservice::BuiltinEngine;
 
 namespace {
 
@@ -32,61 +33,9 @@ QVector<MediaItem> library()
     return media;
 }
 
-// "0 layerId=2 mediaId=m1", the commands with "; " between them.
-QString written(const QJsonArray &commands)
-{
-    QStringList all;
-    for (const QJsonValue &command : commands) {
-        QString text = QString::number(command[QLatin1String("cmdType")].toInt());
-        const QJsonObject params = command[QLatin1String("params")].toObject();
-        for (auto param = params.begin(); param != params.end(); ++param) {
-            text += QStringLiteral(" %1=%2").arg(param.key(), param.value().toVariant().toString());
-        }
-        all.append(text);
-    }
-    return all.join(QStringLiteral("; "));
-}
-
-// The user's messages, with " || " between them; what the assistant said in between does not count.
-QVector<ChatMessage> conversation(const QString &messages)
-{
-    QVector<ChatMessage> history;
-    for (const QString &message : messages.split(QStringLiteral(" || "))) {
-        if (!history.isEmpty()) {
-            history.append({true, QStringLiteral("?")});
-        }
-        history.append({false, message});
-    }
-    return history;
-}
-
-TextResult ask(const QString &messages, const QVector<MediaItem> &media)
-{
-    const std::atomic<bool> cancelled{false};
-    return BuiltinEngine().answer({false, false, conversation(messages), media}, cancelled);
-}
-
-void row(const char *messages, const char *commands, const char *answer)
-{
-    QTest::newRow(messages) << QString::fromUtf8(messages) << QString::fromUtf8(commands) << QString::fromUtf8(answer);
-}
-
-void columns()
-{
-    QTest::addColumn<QString>("messages");
-    QTest::addColumn<QString>("commands");
-    QTest::addColumn<QString>("answer");
-}
-
 void check()
 {
-    QFETCH(QString, messages);
-    QFETCH(QString, commands);
-    QFETCH(QString, answer);
-    const TextResult result = ask(messages, library());
-    QVERIFY(!result.error);
-    QCOMPARE(written(result.agentCommands), commands);
-    QVERIFY2(result.answer.contains(answer), qPrintable(result.answer));
+    grammartable::check(library());
 }
 
 } // namespace

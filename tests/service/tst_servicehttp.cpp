@@ -218,10 +218,12 @@ void ServiceHttpTest::needsTheToken()
     QFETCH(QByteArray, headers);
     ServiceProcess service;
     QVERIFY(service.start({QStringLiteral("--token"), QStringLiteral("secret-word")}));
-    ServiceClient client(service, headers);
-    QTEST(codeOf(client.post(paths::text, question("stop layer 1"))), "code");
-    QTEST(codeOf(client.post(paths::picture, pictureWish("sea"))), "code");
-    QCOMPARE(codeOf(client.post(paths::poll, poll(false, QStringLiteral("x")))) == 401,
+    const auto post = [&](const QByteArray &path, const QByteArray &body) {
+        return codeOf(ServiceClient(service, headers).post(path, body));
+    };
+    QTEST(post(paths::text, question("stop layer 1")), "code");
+    QTEST(post(paths::picture, pictureWish("sea")), "code");
+    QCOMPARE(post(paths::poll, poll(false, QStringLiteral("x"))) == 401,
              QTest::currentDataTag() != QByteArray("right"));
 }
 

@@ -44,6 +44,16 @@ void ServiceNamesTest::numbersInWords_data()
     QTest::newRow("ordinal") << QStringLiteral("2nd") << 2 << 2.0;
     QTest::newRow("tens") << QStringLiteral("twenty five percent") << 2 << 25.0;
     QTest::newRow("hundred") << QStringLiteral("one hundred percent") << 2 << 100.0;
+    QTest::newRow("hundred and tens") << QStringLiteral("one hundred and twenty five percent") << 5 << 125.0;
+    QTest::newRow("hundred, no and") << QStringLiteral("two hundred twelve") << 3 << 212.0;
+    QTest::newRow("no number behind and") << QStringLiteral("one hundred and layer") << 2 << 100.0;
+    QTest::newRow("without a zero") << QStringLiteral(".5") << 1 << 0.5;
+    QTest::newRow("Russian") << QStringLiteral("сто двадцать процентов") << 2 << 120.0;
+    QTest::newRow("Korean") << QStringLiteral("오십 퍼센트") << 1 << 50.0;
+    QTest::newRow("Korean hundred") << QStringLiteral("이백삼십오") << 1 << 235.0;
+    QTest::newRow("Korean word") << QStringLiteral("이 레이어") << 0 << 0.0;
+    QTest::newRow("Chinese, tens left out") << QStringLiteral("一百二") << 3 << 120.0;
+    QTest::newRow("Chinese with zero") << QStringLiteral("一百零二") << 4 << 102.0;
     QTest::newRow("two numbers") << QStringLiteral("one two") << 1 << 1.0;
     QTest::newRow("Chinese") << QStringLiteral("十二层") << 2 << 12.0;
     QTest::newRow("Chinese tens") << QStringLiteral("三十") << 2 << 30.0;

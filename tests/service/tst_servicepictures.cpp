@@ -61,6 +61,7 @@ class ServicePicturesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void givesUpEncodingOnceCancelled();
     void theSameRequestGivesTheSameBytes_data();
     void theSameRequestGivesTheSameBytes();
     void stylesDifferVisibly();
@@ -76,6 +77,14 @@ private Q_SLOTS:
     void playsThePictureWhereThePromptAsks_data();
     void playsThePictureWhereThePromptAsks();
 };
+
+void ServicePicturesTest::givesUpEncodingOnceCancelled()
+{
+    const QImage image = paintPicture(wish(QStringLiteral("Monet"), QStringLiteral("sea")), notCancelled);
+    const std::atomic<bool> cancelled{true};
+    QVERIFY(!encodePng(image, notCancelled).isEmpty());
+    QVERIFY(encodePng(image, cancelled).isEmpty());
+}
 
 void ServicePicturesTest::theSameRequestGivesTheSameBytes_data()
 {

@@ -21,6 +21,8 @@ private Q_SLOTS:
     void stopsOnSignal();
     void stopsWhileItDraws();
     void aSecondServiceCannotTakeThePort();
+    void namesAnAddressOfAnotherMachine();
+    void warnsWhereAnyoneMayUseIt();
     void endsWithAMessageOnBadOptions();
     void printsItsVersion();
 };
@@ -155,7 +157,32 @@ void ServiceProcessTest::aSecondServiceCannotTakeThePort()
     ServiceProcess second;
     const QString address = QStringLiteral("127.0.0.1:%1").arg(first.port());
     QCOMPARE(second.runToEnd({QStringLiteral("--listen"), address}), 1);
-    QVERIFY(second.standardError().contains("cannot listen on http://" + address.toLatin1()));
+    QVERIFY(
+        second.standardError().contains("cannot listen on http://" + address.toLatin1() + ": the address is in use."));
+}
+
+void ServiceProcessTest::namesAnAddressOfAnotherMachine()
+{
+    ServiceProcess service;
+    // Kept free for documentation: no machine has it.
+    QCOMPARE(service.runToEnd({QStringLiteral("--listen"), QStringLiteral("192.0.2.1:0")}), 1);
+    QVERIFY(service.standardError().contains("the address is not this machine's."));
+}
+
+void ServiceProcessTest::warnsWhereAnyoneMayUseIt()
+{
+    const QString everywhere = QStringLiteral("0.0.0.0:0");
+    const auto logOf = [&everywhere](const QStringList &options) {
+        ServiceProcess service;
+        service.start(QStringList{QStringLiteral("--listen"), everywhere} + options);
+        service.signal(SIGTERM);
+        return service.exitCode() == 0 ? service.standardError() : QByteArray();
+    };
+    const QByteArray open = logOf({});
+    QVERIFY2(open.contains("level=warning event=no-token"), open.constData());
+    const QByteArray guarded = logOf({QStringLiteral("--token"), QStringLiteral("secret-word")});
+    QVERIFY(guarded.contains("event=stopping"));
+    QVERIFY(!guarded.contains("no-token"));
 }
 
 void ServiceProcessTest::endsWithAMessageOnBadOptions()
