@@ -51,6 +51,11 @@ void console::message(const QString &text)
     writeLine(stderr, QStringLiteral("consolehost: ") + printable(text, LineBreaks::Replaced));
 }
 
+bool console::isWritten()
+{
+    return std::ferror(stdout) == 0;
+}
+
 void console::prompt()
 {
     if (isatty(STDIN_FILENO) && isatty(STDOUT_FILENO)) {

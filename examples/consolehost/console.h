@@ -15,6 +15,9 @@ void text(const QString &text);
 /// One line for the user.
 void message(const QString &text);
 
+/// Whether all results could be written so far.
+bool isWritten();
+
 /// Shows that a line may be typed, where a person sits at a terminal.
 void prompt();
 

@@ -19,6 +19,15 @@ namespace {
 
 constexpr int signalStatus = 128;
 
+// An answer that nobody could read is none.
+int unlessLost(int status)
+{
+    if (console::isWritten())
+        return status;
+    console::message(QStringLiteral("standard output cannot be written"));
+    return status == Answered ? Failed : status;
+}
+
 void askAll(Conversation &conversation, const Options &options)
 {
     for (const Step &question : options.questions)
@@ -59,7 +68,7 @@ int explain(const OptionReader &reader)
 {
     if (!reader.isWrong()) {
         console::text(reader.text());
-        return Answered;
+        return unlessLost(Answered);
     }
     console::message(reader.text());
     console::message(QStringLiteral("--help lists the options"));
@@ -85,5 +94,5 @@ int main(int argc, char *argv[])
     const int status = run(*options);
     // What clear() left to the event loop, which does not run any more.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return status;
+    return unlessLost(status);
 }

@@ -9,9 +9,12 @@ namespace tavro::consolehost {
 
 MediaLibrary readMediaFolder(const QString &folder)
 {
-    const QDir root(folder);
+    if (folder.isEmpty())
+        return {};
+    // The ids are the same however the folder was given: relative paths are only cut off from absolute ones.
+    const QDir root(QDir(folder).absolutePath());
     MediaLibrary library;
-    QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator files(root.path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString path = files.next();
         library.emplace_back(root.relativeFilePath(path).toStdString(), files.fileName().toStdString());

@@ -41,7 +41,7 @@ QList<QCommandLineOption> allOptions()
         option("media", "Folder with the media library.", "DIR"),
         option("ask", "Ask this question.", "TEXT"),
         option("picture", "Ask for a picture of this description.", "TEXT"),
-        option("style", "Style of the pictures.", "NAME"),
+        option("style", "Style of the pictures, for example Monet or \"Ink Painting\".", "NAME"),
         option("ratio", "Ratio of the pictures: 16:9 (the default), 16:10, 5:4 or 4:3.", "RATIO",
                QStringLiteral("16:9")),
         option("download", "Save each picture as a file."),

@@ -33,13 +33,17 @@ Step readSwitch(Step::Kind kind, const QString &command, const QString &value)
     return step;
 }
 
+// Takes name=VALUE or name="VALUE WITH BLANKS" off the front.
 bool takeSetting(QString &text, const QString &name, QString &value)
 {
     const QString prefix = name + QLatin1Char('=');
     if (!text.startsWith(prefix))
         return false;
-    value = text.section(QLatin1Char(' '), 0, 0).mid(prefix.size());
-    text = text.section(QLatin1Char(' '), 1).trimmed();
+    const QString rest = text.mid(prefix.size());
+    const int closingQuote = rest.startsWith(QLatin1Char('"')) ? rest.indexOf(QLatin1Char('"'), 1) : -1;
+    const int end = closingQuote > 0 ? closingQuote : rest.section(QLatin1Char(' '), 0, 0).size();
+    value = closingQuote > 0 ? rest.mid(1, end - 1) : rest.left(end);
+    text = rest.mid(end + 1).trimmed();
     return true;
 }
 
@@ -113,7 +117,7 @@ QString stepHelp()
 {
     return QStringLiteral("A line is a question, unless it begins with a slash:\n"
                           "  /picture [style=NAME] [ratio=%1] DESCRIPTION\n"
-                          "                  ask for a picture\n"
+                          "                  ask for a picture; a NAME with blanks stands in quotation marks\n"
                           "  /download       save the last picture as a file\n"
                           "  /stop           give up the answer that is awaited, at once\n"
                           "  /clear          begin a new conversation\n"

@@ -29,6 +29,11 @@ void ConsoleProcess::setEnvironment(const QString &name, const QString &value)
     m_process.setProcessEnvironment(environment);
 }
 
+void ConsoleProcess::writeTo(const QString &file)
+{
+    m_process.setStandardOutputFile(file);
+}
+
 void ConsoleProcess::start(const QStringList &arguments)
 {
     m_process.setArguments(arguments);

@@ -13,6 +13,8 @@ public:
     ~ConsoleProcess(); ///< kills a program that still runs
 
     void setEnvironment(const QString &name, const QString &value);
+    /// Before the start: standard output goes into this file.
+    void writeTo(const QString &file);
     void start(const QStringList &arguments);
     void startWithoutInput(const QStringList &arguments);
 

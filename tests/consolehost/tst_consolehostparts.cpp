@@ -1,5 +1,6 @@
 #include "agentcommandtext.h"
 #include "mediafolder.h"
+#include "step.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,6 +9,7 @@
 
 using namespace tavro::consolehost;
 using tavro::aiassistant::AgentCmd;
+using tavro::aiassistant::PictureGenerateInfo;
 
 Q_DECLARE_METATYPE(tavro::aiassistant::AgentCmd)
 
@@ -16,6 +18,8 @@ class ConsoleHostPartsTest : public QObject {
 
 private Q_SLOTS:
     void mediaIdsAreRelativePaths();
+    void readsPictureSettings_data();
+    void readsPictureSettings();
     void writesGivenValuesOnly_data();
     void writesGivenValuesOnly();
 };
@@ -30,6 +34,40 @@ void ConsoleHostPartsTest::mediaIdsAreRelativePaths()
     QCOMPARE(readMediaFolder(folder.path()), expected);
     QCOMPARE(readMediaFolder(folder.path() + QLatin1Char('/')), expected);
     QVERIFY(readMediaFolder(QString()).empty());
+    const QString here = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    const MediaLibrary relative = readMediaFolder(QStringLiteral("."));
+    const MediaLibrary below = readMediaFolder(QStringLiteral("b"));
+    QVERIFY(QDir::setCurrent(here));
+    QCOMPARE(relative, expected);
+    QCOMPARE(below, (MediaLibrary{{"c/same.png", "same.png"}, {"same.png", "same.png"}}));
+}
+
+void ConsoleHostPartsTest::readsPictureSettings_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("style");
+    QTest::addColumn<QString>("content");
+    const auto row = [](const char *line, const char *style, const char *content) {
+        QTest::newRow(line) << QString::fromLatin1(line) << QString::fromLatin1(style) << QString::fromLatin1(content);
+    };
+    row("/picture a quay", "preset", "a quay");
+    row("/picture style=ink a quay", "ink", "a quay");
+    row("/picture style=\"Ink Painting\" ratio=4:3 a quay", "Ink Painting", "a quay");
+    row("/picture style=\"\" a quay", "", "a quay");
+    row("/picture style=\"ink a quay", "\"ink", "a quay");
+    row("/picture a \"quay\" style=ink", "preset", "a \"quay\" style=ink");
+}
+
+void ConsoleHostPartsTest::readsPictureSettings()
+{
+    QFETCH(QString, line);
+    PictureGenerateInfo preset;
+    preset.style = "preset";
+    const Step step = readStep(line, preset);
+    QCOMPARE(step.kind, Step::Kind::Picture);
+    QTEST(QString::fromStdString(step.picture.style), "style");
+    QTEST(QString::fromStdString(step.picture.content), "content");
 }
 
 void ConsoleHostPartsTest::writesGivenValuesOnly_data()

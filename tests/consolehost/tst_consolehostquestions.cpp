@@ -43,6 +43,7 @@ private Q_SLOTS:
     void controlCharactersAreTakenOut();
     void fails_data();
     void fails();
+    void failsWhereItCannotWrite();
     void timesOut();
     void serviceThatDoesNotRun();
     void endsCleanlyOnSignals_data();
@@ -231,6 +232,15 @@ void ConsoleHostQuestionsTest::fails()
     QCOMPARE(host->status(), 2);
     QCOMPARE(host->out(), QString());
     QCOMPARE(host->err(), QStringLiteral("consolehost: %1\n").arg(message));
+}
+
+void ConsoleHostQuestionsTest::failsWhereItCannotWrite()
+{
+    service->expectAnswer(QStringLiteral("to a full disk"));
+    host->writeTo(QStringLiteral("/dev/full"));
+    host->start(service->arguments(ask(QStringLiteral("why?"))));
+    QCOMPARE(host->status(), 2);
+    QVERIFY2(host->err().contains(QStringLiteral("standard output cannot be written")), qPrintable(host->err()));
 }
 
 void ConsoleHostQuestionsTest::timesOut()
