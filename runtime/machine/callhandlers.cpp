@@ -12,21 +12,25 @@ Message makeMessage(const char *name, const char *data, std::size_t size)
     return {name, size > 0 ? std::string(data, size) : std::string()};
 }
 
+// What a handler holds may use the handlers when it is destroyed. So in each of the next three the handler goes after
+// the lock, which was made later.
+
 void CallHandlers::set(const std::string &name, IZVRuntime::CallHandler handler)
 {
     auto entry = std::make_shared<Entry>();
     entry->handler = std::move(handler);
     const std::lock_guard lock(m_mutex);
-    m_entries[name] = std::move(entry);
+    entry.swap(m_entries[name]);
 }
 
 void CallHandlers::remove(const std::string &name)
 {
+    std::shared_ptr<Entry> entry;
     std::unique_lock lock(m_mutex);
     const auto found = m_entries.find(name);
     if (found == m_entries.end())
         return;
-    const std::shared_ptr<Entry> entry = found->second;
+    entry.swap(found->second);
     m_entries.erase(found);
     // A handler that unregisters itself would wait for its own end.
     m_left.wait(lock, [&callers = entry->callers] {
@@ -37,10 +41,18 @@ void CallHandlers::remove(const std::string &name)
 
 void CallHandlers::clear()
 {
-    std::map<std::string, std::shared_ptr<Entry>> gone; // destroyed outside of the lock
+    std::map<std::string, std::shared_ptr<Entry>> gone;
     const std::lock_guard lock(m_mutex);
     gone.swap(m_entries);
 }
+
+// Also by an exception: who unregisters the name would wait for ever.
+struct CallHandlers::Leaving {
+    CallHandlers &handlers;
+    Entry &entry;
+
+    ~Leaving() { handlers.leave(entry); }
+};
 
 void CallHandlers::call(const Message &message)
 {
@@ -49,10 +61,10 @@ void CallHandlers::call(const Message &message)
         qCDebug(lcRuntime, "no handler for %s", message.name.c_str());
         return;
     }
+    const Leaving leaving{*this, *entry};
     const std::string &payload = message.payload;
     entry->handler(message.name.c_str(), payload.empty() ? nullptr : payload.data(),
                    static_cast<unsigned int>(payload.size()));
-    leave(*entry);
 }
 
 std::shared_ptr<CallHandlers::Entry> CallHandlers::enter(const std::string &name)

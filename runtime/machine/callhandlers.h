@@ -41,6 +41,7 @@ private:
         IZVRuntime::CallHandler handler;
         std::vector<std::thread::id> callers; ///< the threads that are in it
     };
+    struct Leaving;
 
     std::shared_ptr<Entry> enter(const std::string &name);
     void leave(Entry &entry);

@@ -64,9 +64,9 @@ Q_SIGNALS:
     void sigServingChanged(bool serving); ///< see isServing()
     /// Another machine of the group serves already; see isServing(). @p name is empty once that is over.
     void sigAnotherServer(const QString &name);
-    /// A message that this machine sent did not go out, or no serving machine took it. @p name is the message's,
-    /// @p reason is for the operator. Messages that were on their way when a connection broke are not reported: nobody
-    /// can know.
+    /// A message that this machine sent did not go out, or no serving machine took it. @p name is the message's, and
+    /// empty for what the broker forbids beyond messages (to listen, to say who serves); @p reason is for the operator.
+    /// Messages that were on their way when a connection broke are not reported: nobody can know.
     void sigMessageLost(const QString &name, const QString &reason);
 
 protected:

@@ -11,6 +11,7 @@ namespace tavro::runtime {
 /// Who serves the group, as this machine sees it.
 struct Presence {
     bool serverPresent = false;
+    bool serverGone = false; ///< one was there, and is not any more
     bool serving = false;
     std::string anotherServer;
 };

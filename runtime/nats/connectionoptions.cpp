@@ -1,5 +1,8 @@
 #include "nats/connectionoptions.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
 namespace tavro::runtime {
 
 namespace {
@@ -9,13 +12,20 @@ const char *orNull(const QByteArray &text)
     return text.isEmpty() ? nullptr : text.constData();
 }
 
+// The library puts texts into the JSON of its greeting as they are.
+QByteArray inJson(const QString &text)
+{
+    const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return list.mid(2, list.size() - 4); // without the list's brackets and the quotes
+}
+
 natsStatus setCredentials(natsOptions *out, const NatsOptions &options)
 {
     NatsSteps steps;
     if (!options.user.isEmpty())
-        steps << natsOptions_SetUserInfo(out, options.user.toUtf8().constData(), options.password.toUtf8().constData());
+        steps << natsOptions_SetUserInfo(out, inJson(options.user).constData(), inJson(options.password).constData());
     if (!options.token.isEmpty())
-        steps << natsOptions_SetToken(out, options.token.toUtf8().constData());
+        steps << natsOptions_SetToken(out, inJson(options.token).constData());
     return steps.status();
 }
 
@@ -34,7 +44,7 @@ natsStatus setManners(natsOptions *out, const NatsOptions &options, const QStrin
 {
     NatsSteps steps;
     steps << natsOptions_SetURL(out, server.toUtf8().constData())
-          << natsOptions_SetName(out, orNull(options.machine.toUtf8())) << natsOptions_SetNoEcho(out, true)
+          << natsOptions_SetName(out, orNull(inJson(options.machine))) << natsOptions_SetNoEcho(out, true)
           << natsOptions_SetSendAsap(out, true) << natsOptions_SetAllowReconnect(out, false);
     return steps.status();
 }

@@ -40,6 +40,7 @@ void GroupPresence::closed()
 {
     m_state = State::Closed;
     m_otherServes = false;
+    m_otherGone = false;
     m_nextTick = Time::max();
     show();
 }
@@ -64,6 +65,7 @@ void GroupPresence::heardServing(const PresenceMessage &message, Time now)
     if (m_state == State::Serving && m_self.id < message.id)
         return m_actions.announce(own(PresenceMessage::Kind::Serving));
     m_otherServes = true;
+    m_otherGone = false;
     if (m_self.mayServe)
         return standBy(message, now);
     m_other = message;
@@ -129,6 +131,7 @@ void GroupPresence::serve(Time now)
     m_state = State::Serving;
     m_other = {};
     m_otherServes = false;
+    m_otherGone = false;
     m_nextTick = now + m_interval;
     m_actions.listenToCalls(true);
     m_actions.announce(own(PresenceMessage::Kind::Serving));
@@ -148,6 +151,7 @@ void GroupPresence::standBy(const PresenceMessage &message, Time now)
 void GroupPresence::lostServer(Time now)
 {
     m_other = {};
+    m_otherGone = m_otherServes;
     m_otherServes = false;
     m_nextTick = Time::max();
     if (m_state == State::StandingBy)
@@ -160,6 +164,7 @@ void GroupPresence::show()
     Presence presence;
     presence.serving = m_state == State::Serving;
     presence.serverPresent = presence.serving || m_otherServes;
+    presence.serverGone = m_otherGone;
     if (m_state == State::StandingBy)
         presence.anotherServer = m_other.name;
     m_actions.show(presence);

@@ -68,6 +68,7 @@ private:
     State m_state = State::Closed;
     PresenceMessage m_other; ///< the last that served, or that had the better claim
     bool m_otherServes = false;
+    bool m_otherGone = false; ///< it served since the connection stands, and nobody does now
     Time m_nextTick = Time::max();
 };
 

@@ -21,10 +21,12 @@ std::string replyOf(natsMsg &message)
 
 } // namespace
 
-NatsIncoming::NatsIncoming(int session, const Mailbox &mailbox, std::shared_ptr<LinkEvents> events)
+NatsIncoming::NatsIncoming(int session, const Mailbox &mailbox, std::shared_ptr<LinkEvents> events,
+                           std::shared_ptr<Pulse> pulse)
     : m_session(session)
     , m_mailbox(mailbox)
     , m_events(std::move(events))
+    , m_pulse(std::move(pulse))
 { }
 
 void NatsIncoming::receive(Kind kind, natsMsg &message)
@@ -41,6 +43,8 @@ void NatsIncoming::receive(Kind kind, natsMsg &message)
 // A flood is told once.
 void NatsIncoming::receiveCall(natsMsg &message, const std::string &subject)
 {
+    if (!m_pulse->isAlive(LinkEvents::Time::clock::now()))
+        return;
     const auto call = std::make_shared<const Message>(Message{Subjects::lastPart(subject), payloadOf(message)});
     const bool isTaken = m_mailbox.put(call);
     if (!isTaken && !m_isFull)

@@ -2,6 +2,7 @@
 
 #include "machine/mailbox.h"
 #include "nats/linkevents.h"
+#include "nats/pulse.h"
 
 #include <nats/nats.h>
 
@@ -17,7 +18,7 @@ class NatsIncoming {
 public:
     enum class Kind { Call, Presence, Inbox };
 
-    NatsIncoming(int session, const Mailbox &mailbox, std::shared_ptr<LinkEvents> events);
+    NatsIncoming(int session, const Mailbox &mailbox, std::shared_ptr<LinkEvents> events, std::shared_ptr<Pulse> pulse);
 
     void receive(Kind kind, natsMsg &message);
     void put(LinkEvent::Kind kind, const std::string &text, const std::string &replyTo = {}) const;
@@ -29,6 +30,7 @@ private:
     const int m_session;
     const Mailbox m_mailbox;
     const std::shared_ptr<LinkEvents> m_events;
+    const std::shared_ptr<Pulse> m_pulse; ///< calls that came while it stood still are stale
     std::atomic_bool m_isFull{false}; // of calls and completions, which may come on two threads
 };
 

@@ -5,6 +5,7 @@
 #include <QSysInfo>
 #include <QUuid>
 
+#include <algorithm>
 #include <utility>
 
 namespace tavro::runtime {
@@ -17,6 +18,9 @@ using Clock = std::chrono::steady_clock;
 constexpr int longestName = 64;
 // The last word to the broker is worth a little waiting.
 constexpr std::chrono::milliseconds farewell{500};
+// A connection that did not last so long does not make the waits short again.
+constexpr std::chrono::seconds worthHaving{1};
+constexpr char namelessMachine[] = "a machine without a name";
 
 std::string newId()
 {
@@ -26,7 +30,8 @@ std::string newId()
 std::string nameOf(const NatsOptions &options)
 {
     const QString name = options.machine.isEmpty() ? QSysInfo::machineHostName() : options.machine;
-    return name.left(longestName).toStdString();
+    const std::string shown = PresenceMessage::printable(name.left(longestName).toStdString());
+    return shown.empty() ? namelessMachine : shown;
 }
 
 std::string shown(const QString &server)
@@ -50,6 +55,7 @@ NatsLink::NatsLink(Roles roles, const NatsOptions &options, const Mailbox &mailb
 
 NatsLink::~NatsLink()
 {
+    m_isLeaving = true;
     m_events->put({});
     m_thread.join();
 }
@@ -89,8 +95,9 @@ void NatsLink::tryAllServers()
 
 NatsSession::Opened NatsLink::tryServer(const QString &server)
 {
-    const auto incoming = std::make_shared<NatsIncoming>(++m_sessionNumber, m_mailbox, m_events);
-    NatsSession::Opened opened = NatsSession::open(m_options, server, incoming);
+    m_pulse = std::make_shared<Pulse>(std::max(m_options.longestStandstill, 2 * m_options.presenceInterval));
+    const auto incoming = std::make_shared<NatsIncoming>(++m_sessionNumber, m_mailbox, m_events, m_pulse);
+    NatsSession::Opened opened = NatsSession::open(m_options, server, incoming, m_isLeaving);
     if (!opened.session || listen(*opened.session) == NATS_OK)
         return opened;
     return {nullptr, false, shown(server) + " was lost at once"};
@@ -114,7 +121,8 @@ void NatsLink::enter(const std::shared_ptr<NatsSession> &session, const QString 
         const std::lock_guard lock(m_mutex);
         m_session = session;
     }
-    m_retryWait.reset();
+    m_enteredAt = Clock::now();
+    m_troubles.clear();
     m_shownServer = shown(server);
     m_reports.connection(Connection::Connected, "Connected to " + m_shownServer);
     m_group.opened(Clock::now());
@@ -122,6 +130,8 @@ void NatsLink::enter(const std::shared_ptr<NatsSession> &session, const QString 
 
 void NatsLink::leave(const std::string &why)
 {
+    if (Clock::now() - m_enteredAt >= worthHaving)
+        m_retryWait.reset();
     std::shared_ptr<NatsSession> gone; // closed outside of the lock
     {
         const std::lock_guard lock(m_mutex);
@@ -136,8 +146,12 @@ void NatsLink::handleUntil(GroupPresence::Time end)
     const std::optional<LinkEvent> event = m_events->takeUntil(end);
     if (event)
         handle(*event, Clock::now());
-    if (session() && !m_stopping)
+    if (!session() || m_stopping)
+        return;
+    if (m_pulse->beat(Clock::now()))
         m_group.tick(Clock::now());
+    else
+        leave(": this machine stood still, and the others took it for gone");
 }
 
 void NatsLink::handle(const LinkEvent &event, GroupPresence::Time now)
@@ -156,7 +170,7 @@ void NatsLink::handle(const LinkEvent &event, GroupPresence::Time now)
     case LinkEvent::Kind::Untaken:
         return handleUntaken(event.text);
     case LinkEvent::Kind::Trouble:
-        return m_reports.lost({}, event.text);
+        return handleTrouble(event.text);
     default:
         return leave(event.text.empty() ? event.text : ": " + event.text);
     }
@@ -167,6 +181,14 @@ void NatsLink::handleUntaken(const std::string &name)
 {
     if (!m_presence.serving)
         m_reports.lost(name, LossReason::noServer());
+}
+
+// What concerns no message, such as a forbidden presence, comes again and again.
+void NatsLink::handleTrouble(const std::string &text)
+{
+    const std::string name = m_subjects.messageNamedIn(text);
+    if (!name.empty() || m_troubles.insert(text).second)
+        m_reports.lost(name, text);
 }
 
 void NatsLink::handlePresence(const LinkEvent &event, GroupPresence::Time now)
@@ -181,18 +203,24 @@ std::shared_ptr<NatsSession> NatsLink::session() const
     return m_session;
 }
 
+Presence NatsLink::presence() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_presence;
+}
+
+// A serving machine that fell silent may only stand still: the broker would keep the call for it, and it would carry it
+// out long after the operator gave it up.
 void NatsLink::sendCall(const std::string &name, const char *data, std::size_t size)
 {
+    if (presence().serverGone)
+        return m_reports.lost(name, LossReason::noServer());
     send(name, m_subjects.call(name), m_subjects.untakenCall(name), data, size);
 }
 
 void NatsLink::sendCompletion(const std::string &name, const char *data, std::size_t size)
 {
-    std::string servingMachine;
-    {
-        const std::lock_guard lock(m_mutex);
-        servingMachine = m_presence.anotherServer;
-    }
+    const std::string servingMachine = presence().anotherServer;
     if (!servingMachine.empty())
         return m_reports.lost(name, LossReason::standingBy(servingMachine));
     send(name, m_subjects.completion(name), {}, data, size);
@@ -236,6 +264,10 @@ void NatsLink::answer(const std::string &to, const PresenceMessage &message)
 
 void NatsLink::listenToCalls(bool listen)
 {
+    if (listen)
+        m_pulse->start(Clock::now());
+    else
+        m_pulse->stop();
     const auto current = session();
     current->listenToCalls(listen ? m_subjects.call("*") : std::string());
     current->flush(m_options.connectTimeout);

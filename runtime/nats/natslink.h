@@ -4,12 +4,15 @@
 #include "nats/grouppresence.h"
 #include "nats/natsoptions.h"
 #include "nats/natssession.h"
+#include "nats/pulse.h"
 #include "nats/retrywait.h"
 #include "nats/subjects.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 
@@ -45,8 +48,10 @@ private:
     void handleUntil(GroupPresence::Time end);
     void handle(const LinkEvent &event, GroupPresence::Time now);
     void handleUntaken(const std::string &name);
+    void handleTrouble(const std::string &text);
     void handlePresence(const LinkEvent &event, GroupPresence::Time now);
     std::shared_ptr<NatsSession> session() const;
+    Presence presence() const;
     void send(const std::string &name, const std::string &subject, const std::string &replyTo, const char *data,
               std::size_t size);
     void sendPresence(const std::string &subject, const std::string &replyTo, const PresenceMessage &message);
@@ -72,8 +77,13 @@ private:
     GroupPresence m_group; // from here on of the link's thread alone
     RetryWait m_retryWait;
     std::string m_shownServer;
+    std::set<std::string> m_troubles; ///< told since the connection stands
+    GroupPresence::Time m_enteredAt;
+    std::shared_ptr<Pulse> m_pulse; ///< of the connection
     int m_sessionNumber = 0;
     bool m_stopping = false;
+
+    std::atomic_bool m_isLeaving{false}; // of all threads
 
     std::thread m_thread;
 };

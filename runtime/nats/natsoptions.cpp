@@ -32,13 +32,23 @@ QString problemOfServers(const QStringList &servers)
     return {};
 }
 
+// Short and in one line, whatever was given.
+QString quoted(const QString &text)
+{
+    constexpr int longest = 80;
+    const QString line = text.simplified();
+    return line.size() <= longest ? line : line.left(longest) + QChar(0x2026);
+}
+
 QString problemOfNames(const NatsOptions &options)
 {
     const QString part = QStringLiteral("[A-Za-z0-9_-]{1,64}");
+    const QString limits = QStringLiteral("1 to 64 letters, digits, '-' and '_'");
     if (!matches(options.prefix, QStringLiteral("%1(\\.%1){0,7}").arg(part)))
-        return QStringLiteral("the prefix may have letters, digits, '-', '_' and dots between: %1").arg(options.prefix);
+        return QStringLiteral("the prefix may have up to 8 parts with dots between, each of %1: \"%2\"")
+            .arg(limits, quoted(options.prefix));
     if (!matches(options.group, part))
-        return QStringLiteral("the group may have letters, digits, '-' and '_': %1").arg(options.group);
+        return QStringLiteral("the group may have %1: \"%2\"").arg(limits, quoted(options.group));
     return {};
 }
 

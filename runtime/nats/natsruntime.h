@@ -29,7 +29,8 @@ public:
     /// connectionText().
     NatsRuntime(Roles roles, const NatsOptions &options);
     /// Says goodbye, where it served, and waits for an attempt to connect that is under way:
-    /// NatsOptions::connectTimeout at most, and the look-up of the broker's name.
+    /// NatsOptions::connectTimeout at most, and the look-up of the broker's name. A broker that stalls after its
+    /// greeting is not waited for.
     ~NatsRuntime() override;
 
     /// A payload over the broker's limit, a call that no machine serves, and a message without a connection are

@@ -4,6 +4,7 @@
 #include "nats/natsincoming.h"
 #include "nats/natsoptions.h"
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -21,8 +22,16 @@ public:
         std::string text; ///< why it failed; without credentials
     };
 
-    /// Connects to @p server, one of the addresses of @p options. Blocks for NatsOptions::connectTimeout at most.
-    static Opened open(const NatsOptions &options, const QString &server, std::shared_ptr<NatsIncoming> incoming);
+    /// Connects to @p server, one of the addresses of @p options. Blocks for the look-up of its name, and then for two
+    /// NatsOptions::connectTimeout at most: one for the connection, one for a broker that stalls then. Once
+    /// @p isHurried, the second is cut short.
+    static Opened open(const NatsOptions &options, const QString &server, std::shared_ptr<NatsIncoming> incoming,
+                       const std::atomic_bool &isHurried);
+
+    ~NatsSession();
+
+    NatsSession(const NatsSession &) = delete;
+    NatsSession &operator=(const NatsSession &) = delete;
 
     natsStatus listen(NatsIncoming::Kind kind, const std::string &subject);
     natsStatus listenToCalls(const std::string &subject); ///< an empty subject: no more

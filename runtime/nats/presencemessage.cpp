@@ -21,8 +21,17 @@ constexpr std::array<std::pair<Kind, const char *>, 4> words{{
 
 constexpr std::size_t longestText = 512;
 
+} // namespace
+
+std::string PresenceMessage::toText() const
+{
+    const auto *const word =
+        std::find_if(words.begin(), words.end(), [this](auto &each) { return each.first == kind; });
+    return std::string(word->second) + ' ' + id + ' ' + name;
+}
+
 // A name is shown and logged, whoever sent it.
-std::string printable(const std::string &name)
+std::string PresenceMessage::printable(const std::string &name)
 {
     const QString given = QString::fromStdString(name);
     QString kept;
@@ -31,15 +40,6 @@ std::string printable(const std::string &name)
             kept += c;
     }
     return kept.toStdString();
-}
-
-} // namespace
-
-std::string PresenceMessage::toText() const
-{
-    const auto *const word =
-        std::find_if(words.begin(), words.end(), [this](auto &each) { return each.first == kind; });
-    return std::string(word->second) + ' ' + id + ' ' + name;
 }
 
 std::optional<PresenceMessage> PresenceMessage::fromText(const std::string &text)

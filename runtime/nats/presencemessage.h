@@ -19,6 +19,7 @@ struct PresenceMessage {
     std::string name; ///< for the operator
 
     std::string toText() const;
+    static std::string printable(const std::string &name); ///< without the characters that cannot be shown
     /// Nothing where @p text is not such a message.
     static std::optional<PresenceMessage> fromText(const std::string &text);
 };

@@ -31,6 +31,9 @@ public:
     /// Whether @p name can be a part of a subject: the library checks none, and a blank would end the subject.
     static bool isPart(const std::string &name);
 
+    /// The name of the call or completion that a sentence of the broker's speaks of; empty where of none.
+    std::string messageNamedIn(const std::string &sentence) const;
+
     /// The last part of a subject: of calls and completions, the name.
     static std::string lastPart(const std::string &subject);
 

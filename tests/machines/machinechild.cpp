@@ -144,6 +144,16 @@ QStringList MachineChild::complaints()
     return complaints;
 }
 
+void MachineChild::suspend()
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
+}
+
+void MachineChild::resume()
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+}
+
 int MachineChild::status()
 {
     const bool ended = eventually([this] { return !isRunning(); });

@@ -44,6 +44,8 @@ public:
     /// The warnings and errors that nothing expected, and the fragments that did not come.
     QStringList complaints();
 
+    void suspend(); ///< it goes on only after resume()
+    void resume();
     void killNow() { m_process.killNow(); }
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     /// Waits for the end. The exit status; -1 where it crashed or goes on.

@@ -55,8 +55,8 @@ private Q_SLOTS:
     void whoStoodByLetsTheServerComeBackFirst();
     void whoServedAsksAgain();
     void watcherNeverServes();
-    void watcherForgetsASilentServer();
     void watcherForgetsWhenTheConnectionIsLost();
+    void watcherKnowsThatTheServerIsGone();
     void leavingIsSaidByTheServerOnly();
 };
 
@@ -250,16 +250,6 @@ void tst_GroupPresence::watcherNeverServes()
     QVERIFY(machine.actions.take().isEmpty());
 }
 
-void tst_GroupPresence::watcherForgetsASilentServer()
-{
-    Machine machine(false);
-    machine.group.opened(start);
-    machine.hear(Kind::Serving, "a");
-    QCOMPARE(machine.group.nextTick(), start + 3 * interval);
-    machine.group.tick(start + 3 * interval);
-    QVERIFY(!machine.actions.shown.serverPresent);
-}
-
 void tst_GroupPresence::watcherForgetsWhenTheConnectionIsLost()
 {
     Machine machine(false);
@@ -268,6 +258,25 @@ void tst_GroupPresence::watcherForgetsWhenTheConnectionIsLost()
     machine.group.closed();
     QVERIFY(!machine.actions.shown.serverPresent);
     QCOMPARE(machine.group.nextTick(), GroupPresence::Time::max());
+}
+
+void tst_GroupPresence::watcherKnowsThatTheServerIsGone()
+{
+    Machine machine(false);
+    machine.group.opened(start);
+    QVERIFY(!machine.actions.shown.serverGone); // none was heard so far, which need not mean that there is none
+    machine.hear(Kind::Serving, "a");
+    QVERIFY(!machine.actions.shown.serverGone);
+    QCOMPARE(machine.group.nextTick(), start + 3 * interval);
+    machine.group.tick(start + 3 * interval);
+    QVERIFY(machine.actions.shown.serverGone && !machine.actions.shown.serverPresent);
+    machine.hear(Kind::Serving, "b");
+    QVERIFY(!machine.actions.shown.serverGone);
+    machine.hear(Kind::Leaving, "b");
+    QVERIFY(machine.actions.shown.serverGone);
+    machine.group.closed();
+    machine.group.opened(start);
+    QVERIFY(!machine.actions.shown.serverGone);
 }
 
 void tst_GroupPresence::leavingIsSaidByTheServerOnly()

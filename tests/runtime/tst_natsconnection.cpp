@@ -23,6 +23,7 @@ private Q_SLOTS:
 
     void unusableOptionsAreTold();
     void lateBrokerIsFound();
+    void unknownNameIsTold();
     void secondAddressIsTried();
     void brokerMayComeBack();
     void messageWithoutConnectionIsReported();
@@ -74,7 +75,7 @@ void tst_NatsConnection::unusableOptionsAreTold()
 {
     NatsOptions wrong = options();
     wrong.group = QStringLiteral("a group");
-    const ExpectedLog told(*m_log, QStringLiteral("the group may have letters"));
+    const ExpectedLog told(*m_log, QStringLiteral("the group may have 1 to 64 letters"));
     const ExpectedLog lost(*m_log, QStringLiteral("lost Call: there is no connection"), 2);
     NatsRuntime runtime(Role::ProxyClient, wrong);
     QVERIFY(is(runtime, Connection::Disconnected));
@@ -97,6 +98,18 @@ void tst_NatsConnection::lateBrokerIsFound()
     QVERIFY2(m_broker->start(), qPrintable(m_broker->errorText()));
     QVERIFY(is(runtime, Connection::Connected));
     QCOMPARE(runtime.connectionText(), QStringLiteral("Connected to ") + m_broker->url());
+}
+
+// An interface that this machine has not: that needs no list of names to find out.
+void tst_NatsConnection::unknownNameIsTold()
+{
+    NatsOptions lost = options();
+    lost.servers = QStringList{QStringLiteral("nats://[fe80::1%25nowhere]")};
+    const ExpectedLog told(*m_log, QStringLiteral("cannot be reached: "));
+    NatsRuntime runtime(Role::ProxyClient, lost);
+    QVERIFY(is(runtime, Connection::Disconnected));
+    const QString why = QStringLiteral(" cannot be reached: Name or service not known");
+    QCOMPARE(runtime.connectionText(), lost.servers.first() + why);
 }
 
 void tst_NatsConnection::secondAddressIsTried()

@@ -6,6 +6,7 @@
 #include "support/waiting.h"
 #include "testgroup.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -24,7 +25,9 @@ private Q_SLOTS:
     void wrongCredentialsAreRefusedUntilMended();
     void credentialsOpenTheBroker_data();
     void credentialsOpenTheBroker();
+    void textsAreTakenAsTheyAre();
     void forbiddenSubjectIsReported();
+    void forbiddenPresenceIsToldOnce();
     void credentialsAreNeverShown();
 
 private:
@@ -126,6 +129,27 @@ void tst_NatsCredentials::credentialsOpenTheBroker()
     QVERIFY(isReady(runtime, true));
 }
 
+// The library would put them into its greeting as they are, quotes and all.
+void tst_NatsCredentials::textsAreTakenAsTheyAre()
+{
+    const QString odd = QStringLiteral("a\"b\\c \u00fc\t\u4e2d");
+    NatsServer::Options guarded;
+    guarded.more = QStringLiteral("authorization { user: \"%1\", password: \"%1\" }\n")
+                       .arg(QStringLiteral("a\\\"b\\\\c \u00fc\\t\u4e2d"));
+    QVERIFY2(restart(guarded), qPrintable(m_broker->errorText()));
+    NatsOptions right = options();
+    right.user = right.password = right.machine = odd;
+    NatsRuntime runtime(Role::ProxyServer, right);
+    QVERIFY(isReady(runtime, true));
+    guarded.more = QStringLiteral("authorization { token: \"t\\\"\" }\n");
+    const ExpectedLog told(*m_log, QRegularExpression(QStringLiteral("was lost|cannot be reached|refuses")));
+    QVERIFY2(restart(guarded), qPrintable(m_broker->errorText()));
+    right = options();
+    right.token = QStringLiteral("t\"");
+    NatsRuntime byToken(Role::ProxyServer, right);
+    QVERIFY(isReady(byToken, true));
+}
+
 void tst_NatsCredentials::forbiddenSubjectIsReported()
 {
     NatsServer::Options guarded;
@@ -142,7 +166,35 @@ void tst_NatsCredentials::forbiddenSubjectIsReported()
     QSignalSpy lost(&client, &MachineRuntime::sigMessageLost);
     client.sendToServer("GenerateText", nullptr, 0);
     QVERIFY(eventually([&lost] { return !lost.isEmpty(); }));
-    QVERIFY(lost.at(0).at(1).toString().contains(QLatin1String("ermission")));
+    QCOMPARE(lost.at(0).at(0).toString(), QStringLiteral("GenerateText"));
+    QVERIFY(lost.at(0).at(1).toString().startsWith(QLatin1String("permission"), Qt::CaseInsensitive));
+}
+
+// Each announcement is refused, and the second says nothing new.
+void tst_NatsCredentials::forbiddenPresenceIsToldOnce()
+{
+    NatsServer::Options guarded;
+    guarded.more = QStringLiteral("authorization { users: [ { user: \"server\", password: \"x\", permissions: {"
+                                  " publish: { deny: [\"*.*.presence\", \"*.*.clients.*\"] } } } ] }\n");
+    QVERIFY2(restart(guarded), qPrintable(m_broker->errorText()));
+    NatsOptions mute = options();
+    mute.user = QStringLiteral("server");
+    mute.password = QStringLiteral("x");
+    mute.presenceInterval = std::chrono::milliseconds(100);
+    const ExpectedLog told(*m_log,
+                           QRegularExpression(QStringLiteral("permission"), QRegularExpression::CaseInsensitiveOption));
+    NatsRuntime server(Role::ProxyServer, mute);
+    QSignalSpy lost(&server, &MachineRuntime::sigMessageLost);
+    QVERIFY(isReady(server, true));
+    QVERIFY(eventually([&lost] { return !lost.isEmpty(); }));
+    QCOMPARE(lost.at(0).at(0).toString(), QString());
+    QElapsedTimer clock;
+    clock.start();
+    do {
+        server.sendToClients("Tick", nullptr, 0);
+        QVERIFY(eventually([&, before = lost.count()] { return lost.count() > before; }));
+        QCOMPARE(lost.last().at(0).toString(), QStringLiteral("Tick"));
+    } while (clock.elapsed() < 5 * mute.presenceInterval.count());
 }
 
 void tst_NatsCredentials::credentialsAreNeverShown()

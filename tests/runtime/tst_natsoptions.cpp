@@ -15,6 +15,7 @@ private Q_SLOTS:
     void presetsCanBeUsed();
     void problemsAreFound_data();
     void problemsAreFound();
+    void problemIsShortAndOneLine();
     void credentialsAreTakenOutOfAddresses_data();
     void credentialsAreTakenOutOfAddresses();
     void settingsNameTheirPlaces();
@@ -89,6 +90,10 @@ void tst_NatsOptions::problemsAreFound_data()
     QTest::newRow("group with a blank") << server << prefix << QStringLiteral("a b") << false;
     QTest::newRow("group with a line") << server << prefix << QStringLiteral("a\n") << false;
     QTest::newRow("empty group") << server << prefix << QString() << false;
+    QTest::newRow("longest group") << server << prefix << QString(64, QLatin1Char('a')) << true;
+    QTest::newRow("group that is too long") << server << prefix << QString(65, QLatin1Char('a')) << false;
+    QTest::newRow("group with another script") << server << prefix << QStringLiteral("\u00fc") << false;
+    QTest::newRow("group that hears all") << server << prefix << QStringLiteral(">") << false;
 }
 
 void tst_NatsOptions::problemsAreFound()
@@ -103,6 +108,18 @@ void tst_NatsOptions::problemsAreFound()
     options.group = group;
     const QString problem = problemOf(options);
     QVERIFY2(problem.isEmpty() == good, qPrintable(problem));
+}
+
+void tst_NatsOptions::problemIsShortAndOneLine()
+{
+    for (QString NatsOptions::*const name : {&NatsOptions::group, &NatsOptions::prefix}) {
+        NatsOptions options;
+        options.*name = QStringLiteral("a\nb") + QString(100'000, QLatin1Char('x'));
+        const QString problem = problemOf(options);
+        QVERIFY(problem.contains(QLatin1String("a b")));
+        QVERIFY(problem.contains(QLatin1String("1 to 64")));
+        QVERIFY(problem.size() < 250 && !problem.contains(QLatin1Char('\n')));
+    }
 }
 
 void tst_NatsOptions::credentialsAreTakenOutOfAddresses_data()

@@ -1,6 +1,7 @@
 // Encrypted connections to the broker, and whom a machine trusts.
 
 #include "certificates.h"
+#include "greeter.h"
 #include "nats/natsruntime.h"
 #include "support/logcatcher.h"
 #include "support/natsserver.h"
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void brokerIsRefused();
     void brokerWithoutTlsIsRefusedWhereTlsIsAsked_data();
     void brokerWithoutTlsIsRefusedWhereTlsIsAsked();
+    void brokerThatEndsInTheHandshakeIsNoStranger();
     void wrongFileCanBeMended();
     void brokerMayGoWhileMachinesSend();
 
@@ -150,6 +152,18 @@ void tst_NatsTls::brokerWithoutTlsIsRefusedWhereTlsIsAsked()
     NatsRuntime runtime(Role::ProxyServer, insisting);
     QVERIFY(eventually([&runtime] { return runtime.connection() == Connection::Refused; }));
     QVERIFY(runtime.connectionText().contains(QLatin1String("offers no TLS")));
+}
+
+// Nobody's certificate is to blame.
+void tst_NatsTls::brokerThatEndsInTheHandshakeIsNoStranger()
+{
+    const Greeter broker(Greeter::Then::EndInTls);
+    NatsOptions unlucky = options();
+    unlucky.servers = QStringList{broker.url()};
+    const ExpectedLog told(*m_log, QStringLiteral("cannot be reached: it ended the connection at once"));
+    const NatsRuntime runtime(Role::ProxyServer, unlucky);
+    QVERIFY(eventually([&] { return broker.greeted() == 2; }));
+    QCOMPARE(runtime.connection(), Connection::Disconnected);
 }
 
 void tst_NatsTls::wrongFileCanBeMended()

@@ -8,6 +8,7 @@
 #include "testgroup.h"
 
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace tavro::runtime;
@@ -25,6 +26,8 @@ private Q_SLOTS:
     void foreignMessagesAreDelivered();
     void malformedPresenceIsIgnored();
     void serverThatFallsSilentIsGone();
+    void callToASilentServerIsNotSent();
+    void machineWithoutAPrintableNameIsHeard();
     void standingByEndsWhenTheOtherFallsSilent();
     void foreignGoodbyeDoesNotStopTheServer();
 
@@ -141,6 +144,40 @@ void tst_NatsWire::serverThatFallsSilentIsGone()
             [&wasPresent](bool present) { wasPresent = wasPresent || present; });
     QVERIFY(m_peer->send("site.assistant.news.presence", "serving a studio"));
     QVERIFY(eventually([&] { return wasPresent && !client.isServerPresent(); }));
+}
+
+// The peer takes every call, as a server that stands still does.
+void tst_NatsWire::callToASilentServerIsNotSent()
+{
+    NatsOptions hasty = options();
+    hasty.presenceInterval = std::chrono::milliseconds(50);
+    NatsRuntime client(Role::ProxyClient, hasty);
+    QVERIFY(isReady(client));
+    client.sendToServer("Early", nullptr, 0);
+    QSignalSpy present(&client, &MachineRuntime::sigServerPresentChanged);
+    QVERIFY(m_peer->send("site.assistant.news.presence", "serving a studio"));
+    QVERIFY(eventually([&present] { return present.count() == 2; }));
+    QSignalSpy lost(&client, &MachineRuntime::sigMessageLost);
+    const ExpectedLog told(*m_log, QStringLiteral("lost Late: no machine serves the group"));
+    client.sendToServer("Late", nullptr, 0);
+    QVERIFY(eventually([&lost] { return lost.count() == 1; }));
+    QVERIFY(m_peer->send("site.assistant.news.presence", "serving a studio"));
+    QVERIFY(eventually([&client] { return client.isServerPresent(); }));
+    client.sendToServer("Again", nullptr, 0);
+    QVERIFY(eventually([this] { return m_peer->heard("site.assistant.news.server.Again").size() == 1; }));
+    QCOMPARE(m_peer->heard("site.assistant.news.server.Early").size(), std::size_t(1));
+    QCOMPARE(m_peer->heard("site.assistant.news.server.Late").size(), std::size_t(0));
+}
+
+void tst_NatsWire::machineWithoutAPrintableNameIsHeard()
+{
+    NatsOptions nameless = options();
+    nameless.machine = QStringLiteral("\t\n");
+    const NatsRuntime server(Role::ProxyServer, nameless);
+    const NatsRuntime client(Role::ProxyClient, options());
+    QVERIFY(eventually([&client] { return client.isServerPresent(); }));
+    const std::string said = m_peer->heard("site.assistant.news.presence").back().data;
+    QVERIFY(said.find(" a machine without a name") != std::string::npos);
 }
 
 void tst_NatsWire::standingByEndsWhenTheOtherFallsSilent()

@@ -17,7 +17,7 @@ constexpr int wrongOption = 2;
 void addOptions(QCommandLineParser &parser)
 {
     for (const char *name :
-         {"role", "broker", "group", "service", "name", "user", "ca-file", "presence-ms", "retry-ms"})
+         {"role", "broker", "group", "service", "name", "user", "ca-file", "presence-ms", "retry-ms", "standstill-ms"})
         parser.addOption({QLatin1String(name), {}, QStringLiteral("value")});
     parser.addOption(QCommandLineOption(QStringLiteral("ticks-by-hand")));
 }
@@ -48,6 +48,8 @@ MachineOptions readOptions(const QCommandLineParser &parser)
     nats.tls = parser.isSet(QStringLiteral("ca-file"));
     if (parser.isSet(QStringLiteral("presence-ms")))
         nats.presenceInterval = std::chrono::milliseconds(value("presence-ms").toInt());
+    if (parser.isSet(QStringLiteral("standstill-ms")))
+        nats.longestStandstill = std::chrono::milliseconds(value("standstill-ms").toInt());
     if (parser.isSet(QStringLiteral("retry-ms")))
         nats.firstRetry = nats.longestRetry = std::chrono::milliseconds(value("retry-ms").toInt());
     return options;
