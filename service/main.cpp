@@ -1,4 +1,4 @@
-#include "builtin/builtinengine.h"
+#include "openai/openaiengine.h"
 #include "options.h"
 #include "servicelog.h"
 #include "stopsignals.h"
@@ -44,9 +44,17 @@ void warnWithoutToken(const Options &options)
     }
 }
 
+std::unique_ptr<Engine> makeEngine(const Options &options)
+{
+    if (options.upstream) {
+        return std::make_unique<OpenAiEngine>(options.upstream->chat, options.upstream->pictures);
+    }
+    return std::make_unique<BuiltinEngine>();
+}
+
 int run(const Options &options)
 {
-    Assistant assistant(options.assistant, std::make_unique<BuiltinEngine>());
+    Assistant assistant(options.assistant, makeEngine(options));
     HttpServer server(options.http, assistant);
     errno = 0;
     const int port = server.bind(options.listen.host.toStdString(), options.listen.port);
@@ -75,9 +83,10 @@ int main(int argc, char *argv[])
 {
     // A signal that comes early waits, so that it ends the service like any other.
     holdStopSignals();
-    const QByteArray token = qgetenv("ASSISTANTSERVICE_TOKEN");
+    const Environment environment{qgetenv("ASSISTANTSERVICE_TOKEN"),
+                                  {qgetenv("ASSISTANTSERVICE_UPSTREAM_KEY"), qgetenv("ASSISTANTSERVICE_PICTURE_KEY")}};
     const QCoreApplication application(argc, argv);
-    const OptionsResult result = readOptions(QCoreApplication::arguments(), token);
+    const OptionsResult result = readOptions(QCoreApplication::arguments(), environment);
     if (!result.run) {
         print(result.exitCode == 0 ? stdout : stderr, result.text);
         return result.exitCode;

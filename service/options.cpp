@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include "optionvalues.h"
 #include "servicelog.h"
 
 #include <QCommandLineParser>
@@ -25,7 +26,9 @@ void addOptions(QCommandLineParser &parser)
         "Token that clients must send. Better given in the environment as ASSISTANTSERVICE_TOKEN, where other "
         "users of the machine cannot read it.",
         "token", "");
-    add("engine", "What answers: builtin.", "name", "builtin");
+    add("engine", "What answers: builtin (rules, without a model) or openai (an OpenAI-compatible server).", "name",
+        "builtin");
+    addUpstreamOptions(parser);
     add("public-url", "Start of the pictures' addresses; without it the address that the client used.", "url", "");
     add("work-ms", "Milliseconds that a request takes at least.", "ms", "0");
     add("workers", "Requests that are worked on at once.", "count", "2");
@@ -38,40 +41,7 @@ void addOptions(QCommandLineParser &parser)
     add("log-level", "Which lines are logged: debug, info, warning, error or off.", "level", "info");
 }
 
-// Takes the values out of the parser and remembers the first that is wrong.
-class Values {
-public:
-    explicit Values(const QCommandLineParser &parser)
-        : m_parser(parser)
-    { }
-
-    QString text(const char *name) const { return m_parser.value(QLatin1String(name)); }
-
-    int number(const char *name, int minimum, int maximum)
-    {
-        bool ok = false;
-        const int value = text(name).toInt(&ok);
-        if (!ok || value < minimum || value > maximum) {
-            fail(name, QStringLiteral("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
-        }
-        return value;
-    }
-
-    void fail(const char *name, const QString &reason)
-    {
-        if (m_error.isEmpty()) {
-            m_error = QStringLiteral("--%1 %2; \"%3\" was given.").arg(QLatin1String(name), reason, text(name));
-        }
-    }
-
-    const QString &error() const { return m_error; }
-
-private:
-    const QCommandLineParser &m_parser;
-    QString m_error;
-};
-
-ListenAddress readListen(Values &values)
+ListenAddress readListen(OptionValues &values)
 {
     const std::optional<ListenAddress> address = parseListenAddress(values.text("listen"));
     if (!address) {
@@ -80,7 +50,7 @@ ListenAddress readListen(Values &values)
     return address.value_or(ListenAddress());
 }
 
-QSize readLargestPicture(Values &values, const QSize &smallest)
+QSize readLargestPicture(OptionValues &values, const QSize &smallest)
 {
     static const QRegularExpression form(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
     const QRegularExpressionMatch match = form.match(values.text("max-picture"));
@@ -93,7 +63,7 @@ QSize readLargestPicture(Values &values, const QSize &smallest)
     return size;
 }
 
-QString readPublicUrl(Values &values)
+QString readPublicUrl(OptionValues &values)
 {
     QString text = values.text("public-url");
     const QUrl url(text, QUrl::StrictMode);
@@ -107,7 +77,7 @@ QString readPublicUrl(Values &values)
     return text;
 }
 
-void readStoreLimits(Values &values, StoreLimits &limits)
+void readStoreLimits(OptionValues &values, StoreLimits &limits)
 {
     limits.work = std::chrono::milliseconds(values.number("work-ms", 0, 3600000));
     limits.unfinished = values.number("queue", 1, 10000);
@@ -115,14 +85,25 @@ void readStoreLimits(Values &values, StoreLimits &limits)
     limits.pictureBytes = values.number("picture-memory", 1, 65536) * mebibyte;
 }
 
-Options readValues(Values &values)
+void readEngine(OptionValues &values, const UpstreamKeys &keys, Options &options)
+{
+    const QString engine = values.text("engine");
+    if (engine == QLatin1String("openai")) {
+        options.upstream = readUpstreamOptions(values, keys);
+        return;
+    }
+    if (engine != QLatin1String("builtin")) {
+        values.fail("engine", QStringLiteral("must be builtin or openai"));
+    } else if (const char *const option = givenUpstreamOption(values)) {
+        values.fail(option, QStringLiteral("goes with --engine openai only"));
+    }
+}
+
+Options readValues(OptionValues &values, const UpstreamKeys &keys)
 {
     Options options;
     options.listen = readListen(values);
-    options.engine = values.text("engine");
-    if (options.engine != QLatin1String("builtin")) {
-        values.fail("engine", QStringLiteral("must be builtin, the only engine of this version"));
-    }
+    readEngine(values, keys, options);
     options.logLevel = values.text("log-level");
     if (!logLevels().contains(options.logLevel)) {
         values.fail("log-level", QStringLiteral("must be one of %1").arg(logLevels().join(QStringLiteral(", "))));
@@ -139,7 +120,7 @@ Options readValues(Values &values)
 
 } // namespace
 
-OptionsResult readOptions(const QStringList &arguments, const QByteArray &environmentToken)
+OptionsResult readOptions(const QStringList &arguments, const Environment &environment)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Answers the questions of the assistant panel over HTTP."));
@@ -160,13 +141,12 @@ OptionsResult readOptions(const QStringList &arguments, const QByteArray &enviro
         return {
             false, {}, QStringLiteral("Unexpected: %1\n").arg(parser.positionalArguments().constFirst()), badOptions};
     }
-    Values values(parser);
-    Options options = readValues(values);
+    OptionValues values(parser);
+    Options options = readValues(values, environment.upstreamKeys);
     if (!values.error().isEmpty()) {
         return {false, {}, values.error() + QLatin1Char('\n'), badOptions};
     }
-    const bool tokenGiven = parser.isSet(QStringLiteral("token"));
-    options.assistant.token = tokenGiven ? values.text("token").toUtf8() : environmentToken;
+    options.assistant.token = values.isGiven("token") ? values.text("token").toUtf8() : environment.token;
     return {true, options, {}, 0};
 }
 

@@ -17,7 +17,9 @@ enum class ErrorCode {
     TooLarge = 413,
     Busy = 429,
     EngineFailed = 500,
+    UpstreamFailed = 502,
     Stopping = 503,
+    UpstreamTimeout = 504,
 };
 
 /// What went wrong, as the client is told it. A default error means that nothing did.

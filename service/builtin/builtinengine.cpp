@@ -2,6 +2,7 @@
 
 #include "builtin/agentcommands.h"
 #include "builtin/conversation.h"
+#include "builtin/picturewish.h"
 #include "builtin/wording.h"
 #include "pictures/picturepainter.h"
 
@@ -52,13 +53,7 @@ PictureResult BuiltinEngine::draw(const PictureRequest &request, const std::atom
     }
     result.mediaType = QByteArrayLiteral("image/png");
     result.description = describePicture(request.prompt, request.style);
-    const Understanding wish = understandPictureWish(request.prompt);
-    if (wish.isPlayback() && !isTooMuch(wish.intents)) {
-        const QVector<MediaItem> noMedia;
-        const MediaNames noNames(noMedia);
-        result.description += QLatin1Char(' ') + describe(wish, noNames, 0, detectLanguage(request.prompt));
-        result.agentCommands = wish.problem == Problem::None ? agentCommands(wish.intents, noNames) : QJsonArray();
-    }
+    addPlayback(result, request.prompt);
     return result;
 }
 

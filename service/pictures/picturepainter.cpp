@@ -55,10 +55,21 @@ QImage paintPicture(const PictureRequest &request, const std::atomic<bool> &canc
     painter.scale(scale, scale);
     Canvas canvas{painter, scene, Random(scene.subject.seed + static_cast<quint64>(style)), cancelled};
     paintStyle(style, canvas);
-    if (request.logoEnabled) {
-        paintLogo(painter, scene.width, request.logoPosition, request.logoOpacity);
-    }
+    painter.end();
+    stampLogo(image, request);
     return image;
+}
+
+void stampLogo(QImage &image, const PictureRequest &request)
+{
+    if (!request.logoEnabled) {
+        return;
+    }
+    const double scale = image.height() / Scene::height;
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(scale, scale);
+    paintLogo(painter, image.width() / scale, request.logoPosition, request.logoOpacity);
 }
 
 // The lightest compression that zlib has: a large picture is ready seconds earlier and only some percent longer.

@@ -9,7 +9,7 @@ namespace {
 
 OptionsResult read(const QStringList &arguments, const QByteArray &environmentToken = {})
 {
-    return readOptions(QStringList{QStringLiteral("assistantservice")} + arguments, environmentToken);
+    return readOptions(QStringList{QStringLiteral("assistantservice")} + arguments, {environmentToken, {}});
 }
 
 } // namespace
@@ -82,7 +82,7 @@ void ServiceOptionsTest::refuses_data()
     row("--listen 127.0.0.1", "--listen must be");
     row("--listen 127.0.0.1:70000", "--listen must be");
     row("--listen ::1:80", "--listen must be");
-    row("--engine openai", "--engine must be builtin");
+    row("--engine other", "--engine must be builtin or openai");
     row("--work-ms soon", "--work-ms must be a whole number");
     row("--work-ms -1", "--work-ms must be");
     row("--workers 0", "--workers must be");

@@ -1,0 +1,72 @@
+#include "openai/notices.h"
+
+namespace tavro::assistantservice {
+
+namespace {
+
+struct NoticeTexts {
+    const char16_t *cut;
+    const char16_t *withheld;
+    const char16_t *forgotten;
+};
+
+constexpr NoticeTexts english{
+    u"(The answer reached the model's limit and is cut off. Nothing was carried out.)",
+    u"The model's server held the answer back because of its content.",
+    u"(The conversation had become too long for the model; its beginning was left out.)",
+};
+constexpr NoticeTexts simplifiedChinese{
+    u"（回答达到模型的长度上限，已被截断，没有执行任何操作。）",
+    u"模型服务器因内容原因没有给出回答。",
+    u"（对话对模型来说太长，开头部分已被省略。）",
+};
+constexpr NoticeTexts traditionalChinese{
+    u"（回答達到模型的長度上限，已被截斷，沒有執行任何操作。）",
+    u"模型伺服器因內容原因沒有給出回答。",
+    u"（對話對模型來說太長，開頭部分已被省略。）",
+};
+constexpr NoticeTexts korean{
+    u"(답변이 모델의 길이 제한에 도달하여 잘렸습니다. 아무것도 실행되지 않았습니다.)",
+    u"모델 서버가 내용을 이유로 답변을 보내지 않았습니다.",
+    u"(대화가 모델에 비해 너무 길어 앞부분을 제외했습니다.)",
+};
+constexpr NoticeTexts russian{
+    u"(Ответ достиг предела длины модели и обрезан. Ничего не выполнено.)",
+    u"Сервер модели не выдал ответ из-за его содержания.",
+    u"(Разговор слишком длинный для модели, его начало опущено.)",
+};
+
+const NoticeTexts &textsFor(Language language)
+{
+    switch (language) {
+    case Language::ChineseSimplified:
+        return simplifiedChinese;
+    case Language::ChineseTraditional:
+        return traditionalChinese;
+    case Language::Korean:
+        return korean;
+    case Language::Russian:
+        return russian;
+    case Language::English:
+        break;
+    }
+    return english;
+}
+
+} // namespace
+
+QString noticeText(Notice notice, Language language)
+{
+    const NoticeTexts &texts = textsFor(language);
+    switch (notice) {
+    case Notice::Cut:
+        return QString::fromUtf16(texts.cut);
+    case Notice::Withheld:
+        return QString::fromUtf16(texts.withheld);
+    case Notice::Forgotten:
+        break;
+    }
+    return QString::fromUtf16(texts.forgotten);
+}
+
+} // namespace tavro::assistantservice

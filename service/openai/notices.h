@@ -1,0 +1,16 @@
+#pragma once
+
+#include "grammar/language.h"
+
+namespace tavro::assistantservice {
+
+/// What the operator is told about an answer, in his language.
+enum class Notice {
+    Cut, ///< the answer is not whole, and nothing of it is carried out
+    Withheld, ///< the server's filter held it back
+    Forgotten, ///< the model could not read the whole conversation
+};
+
+QString noticeText(Notice notice, Language language);
+
+} // namespace tavro::assistantservice

@@ -1,0 +1,66 @@
+#include "openai/picturereply.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace tavro::assistantservice {
+
+namespace {
+
+// A few bytes can announce a picture that would take all memory.
+constexpr qint64 maxPixels = 134'217'728;
+
+QUrl webAddress(const QString &text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    const bool web = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+    return url.isValid() && web && !url.host().isEmpty() ? url : QUrl();
+}
+
+// Some servers send a data address in place of the bare bytes.
+QByteArray decodedBase64(const QString &text)
+{
+    const int comma = text.startsWith(QLatin1String("data:")) ? text.indexOf(QLatin1Char(',')) : -1;
+    const auto bytes =
+        QByteArray::fromBase64Encoding(text.midRef(comma + 1).toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    return bytes ? *bytes : QByteArray();
+}
+
+} // namespace
+
+std::optional<PictureReply> readPictureReply(const QByteArray &body)
+{
+    const QJsonObject root = QJsonDocument::fromJson(body).object();
+    const QJsonObject picture = root.value(QLatin1String("data")).toArray().at(0).toObject();
+    const QString address = picture.value(QLatin1String("url")).toString();
+    PictureReply reply;
+    reply.revisedPrompt = picture.value(QLatin1String("revised_prompt")).toString();
+    reply.bytes = decodedBase64(picture.value(QLatin1String("b64_json")).toString());
+    if (reply.bytes.isEmpty() && address.startsWith(QLatin1String("data:"))) {
+        reply.bytes = decodedBase64(address);
+    }
+    if (reply.bytes.isEmpty()) {
+        reply.url = webAddress(address);
+    }
+    return reply.bytes.isEmpty() && reply.url.isEmpty() ? std::nullopt : std::optional(reply);
+}
+
+QImage decodedPicture(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    if (qint64{size.width()} * size.height() > maxPixels) {
+        return {};
+    }
+    QImage picture = reader.read();
+    // Some formats cannot be painted on.
+    picture.convertTo(picture.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    return picture;
+}
+
+} // namespace tavro::assistantservice

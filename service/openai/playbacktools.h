@@ -1,0 +1,13 @@
+#pragma once
+
+#include "engine.h"
+
+#include <QJsonArray>
+
+namespace tavro::assistantservice {
+
+/// The tools that a model is offered. The ids of the items that it is shown are listed in them, so that servers which
+/// constrain what a model writes let no other pass.
+QJsonArray playbackTools(const QVector<MediaItem> &shownMedia);
+
+} // namespace tavro::assistantservice

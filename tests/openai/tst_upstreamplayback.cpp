@@ -1,0 +1,135 @@
+#include "openai/openaiengine.h"
+#include "upstream.h"
+
+#include <QJsonDocument>
+#include <QTest>
+
+using namespace tavro::assistantservice;
+using tavro::testsupport::ScriptedServer;
+
+namespace {
+
+QByteArray compact(const QJsonArray &commands)
+{
+    return QJsonDocument(commands).toJson(QJsonDocument::Compact);
+}
+
+} // namespace
+
+/// Commands out of a model's tool calls.
+class UpstreamPlaybackTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void callIsCarriedOutAndTold_data();
+    void callIsCarriedOutAndTold();
+    void modelsOwnWordsComeFirst();
+    void ambiguousNameIsAskedAbout();
+    void oneBadCallStopsAll();
+    void callAsTextIsNotCarriedOut();
+    void withoutToolsPlaybackGoesByRules();
+    void withoutToolsOtherQuestionsGoToTheModel();
+};
+
+void UpstreamPlaybackTest::callIsCarriedOutAndTold_data()
+{
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<QString>("answer");
+    QTest::newRow("English") << "put the harbour on two, half volume"
+                             << "Playing Harbour.mp4 on layer 2 at 50 % volume.";
+    QTest::newRow("Chinese") << "在第二层播放海港"
+                             << "正在第 2 层播放“Harbour.mp4”，音量 50%。";
+}
+
+void UpstreamPlaybackTest::callIsCarriedOutAndTold()
+{
+    QFETCH(QString, question);
+    QFETCH(QString, answer);
+    ScriptedServer server;
+    const QJsonObject arguments{{QStringLiteral("media_id"), QStringLiteral("m1")},
+                                {QStringLiteral("layer_id"), 2},
+                                {QStringLiteral("volume"), 0.5}};
+    server.expect("POST", upstream::chatTarget,
+                  upstream::message(upstream::callingMessage(QStringLiteral("play_media"), arguments)));
+    const TextResult result = upstream::ask(server, question);
+    QCOMPARE(result.answer, answer);
+    QCOMPARE(compact(result.agentCommands),
+             QByteArray(R"([{"cmdType":0,"params":{"bPlay":true,"layerId":2,"mediaId":"m1","volume":0.5}}])"));
+}
+
+void UpstreamPlaybackTest::modelsOwnWordsComeFirst()
+{
+    ScriptedServer server;
+    QJsonObject message = upstream::callingMessage(QStringLiteral("stop_layer"), {{QStringLiteral("layer_id"), 3}});
+    message.insert(QStringLiteral("content"), QStringLiteral("With pleasure!"));
+    server.expect("POST", upstream::chatTarget, upstream::message(message));
+    QCOMPARE(upstream::ask(server, QStringLiteral("stop 3")).answer,
+             QStringLiteral("With pleasure!\n\nStopping layer 3."));
+}
+
+void UpstreamPlaybackTest::ambiguousNameIsAskedAbout()
+{
+    ScriptedServer server;
+    server.expect("POST", upstream::chatTarget,
+                  upstream::message(upstream::callingMessage(
+                      QStringLiteral("play_media"), {{QStringLiteral("media_name"), QStringLiteral("sunset")}})));
+    const TextResult result = upstream::ask(server, QStringLiteral("play the sunset"));
+    QVERIFY2(result.answer.contains(QStringLiteral("1. Sunset Beach")), qPrintable(result.answer));
+    QVERIFY(result.agentCommands.isEmpty());
+    QVERIFY(!result.error);
+}
+
+void UpstreamPlaybackTest::oneBadCallStopsAll()
+{
+    ScriptedServer server;
+    QJsonObject message = upstream::callingMessage(QStringLiteral("stop_layer"), {{QStringLiteral("layer_id"), 1}});
+    QJsonArray calls = message.value(QLatin1String("tool_calls")).toArray();
+    calls.append(upstream::callingMessage(QStringLiteral("stop_layer"), {{QStringLiteral("layer_id"), 0}})
+                     .value(QLatin1String("tool_calls"))
+                     .toArray()
+                     .first());
+    message.insert(QStringLiteral("tool_calls"), calls);
+    server.expect("POST", upstream::chatTarget, upstream::message(message));
+    const TextResult result = upstream::ask(server, QStringLiteral("stop 1 and 0"));
+    QVERIFY(result.agentCommands.isEmpty());
+    QVERIFY2(result.answer.contains(QLatin1Char('0')), qPrintable(result.answer));
+}
+
+void UpstreamPlaybackTest::callAsTextIsNotCarriedOut()
+{
+    ScriptedServer server;
+    const QString written = QStringLiteral(R"({"name":"stop_layer","arguments":{"layer_id":1}})");
+    server.expect("POST", upstream::chatTarget, upstream::text(written));
+    const TextResult result = upstream::ask(server, QStringLiteral("stop layer 1"));
+    QVERIFY(result.agentCommands.isEmpty());
+    QCOMPARE(result.answer, written);
+}
+
+void UpstreamPlaybackTest::withoutToolsPlaybackGoesByRules()
+{
+    ScriptedServer server;
+    ChatSettings settings = upstream::chatSettings(server);
+    settings.tools = false;
+    const std::atomic<bool> cancelled{false};
+    const TextResult result = OpenAiEngine(settings, std::nullopt)
+                                  .answer(upstream::question(QStringLiteral("play harbour on layer 2")), cancelled);
+    QCOMPARE(compact(result.agentCommands),
+             QByteArray(R"([{"cmdType":0,"params":{"bPlay":true,"layerId":2,"mediaId":"m1"}}])"));
+    QCOMPARE(server.requestCount(), 0);
+}
+
+void UpstreamPlaybackTest::withoutToolsOtherQuestionsGoToTheModel()
+{
+    ScriptedServer server;
+    server.expect("POST", upstream::chatTarget, upstream::text(QStringLiteral("Paris.")));
+    ChatSettings settings = upstream::chatSettings(server);
+    settings.tools = false;
+    const std::atomic<bool> cancelled{false};
+    QCOMPARE(OpenAiEngine(settings, std::nullopt)
+                 .answer(upstream::question(QStringLiteral("What is the capital of France?")), cancelled)
+                 .answer,
+             QStringLiteral("Paris."));
+}
+
+QTEST_GUILESS_MAIN(UpstreamPlaybackTest)
+#include "tst_upstreamplayback.moc"
