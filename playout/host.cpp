@@ -48,7 +48,7 @@ Host::Host(const Options &options, PanelFactory panelFactory)
     dressApplication();
     QApplication::setPalette(m_theme.palette());
     if (!options.mediaFolder.isEmpty())
-        m_library.addFolder(options.mediaFolder);
+        m_mediaFolder = std::make_unique<MediaFolder>(m_library, options.mediaFolder);
     m_library.addGeneratedFolder(generatedFolder());
     m_media = std::make_unique<MediaListModel>(m_library, m_loader, qApp->devicePixelRatio());
     m_assistant = std::make_unique<Assistant>(options, m_library.resources());
@@ -81,7 +81,7 @@ void Host::connectAssistant()
     connect(m_assistant.get(), &Assistant::sigServiceState, this, &Host::showService);
     connect(m_assistant.get(), &Assistant::sigConnection, this, &Host::showConnection);
     connect(m_assistant.get(), &Assistant::sigRemark, m_window.get(), &MainWindow::showRemark);
-    connect(&m_library, &MediaLibrary::sigItemAdded, this, [this] { m_assistant->setLibrary(m_library.resources()); });
+    connect(&m_library, &MediaLibrary::sigItemsAdded, this, [this] { m_assistant->setLibrary(m_library.resources()); });
 }
 
 void Host::connectWindow()

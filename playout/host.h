@@ -4,6 +4,7 @@
 #include "log/logbook.h"
 #include "log/logcapture.h"
 #include "model/commandexecutor.h"
+#include "model/mediafolder.h"
 #include "model/playoutstate.h"
 #include "view/hosttheme.h"
 #include "view/medialistmodel.h"
@@ -56,6 +57,7 @@ private:
     LogBook m_log;
     LogCapture m_capture{m_log};
     MediaLibrary m_library;
+    std::unique_ptr<MediaFolder> m_mediaFolder; // null where none is configured
     PlayoutState m_state;
     CommandExecutor m_executor;
     HostTheme m_theme;

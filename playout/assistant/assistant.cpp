@@ -234,8 +234,9 @@ void Assistant::onQuestionGivenUp(const ChatItemBasic &question)
 // A question has its answer in the panel.
 void Assistant::onMessageLost(const QString &name, const QString &reason)
 {
+    // A question is given up by its watch. Without a name it is a trouble that concerns no message in particular.
     if (!isQuestion(name.toLatin1()))
-        Q_EMIT sigRemark(QStringLiteral("\"%1\" was not sent: %2").arg(name, reason), false);
+        Q_EMIT sigRemark(name.isEmpty() ? reason : QStringLiteral("\"%1\" was not sent: %2").arg(name, reason), false);
 }
 
 } // namespace tavro::playout

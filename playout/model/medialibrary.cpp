@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <iterator>
 
 namespace tavro::playout {
 
@@ -35,7 +36,7 @@ QString generatedName(const QFileInfo &file)
 
 } // namespace
 
-void MediaLibrary::addFolder(const QString &folder)
+std::vector<MediaItem> MediaLibrary::itemsIn(const QString &folder)
 {
     const QDir root(folder);
     std::vector<MediaItem> found;
@@ -52,8 +53,7 @@ void MediaLibrary::addFolder(const QString &folder)
             return naturallyBefore(left.name, right.name);
         return left.id < right.id;
     });
-    for (MediaItem &item : found)
-        add(std::move(item));
+    return found;
 }
 
 void MediaLibrary::addGeneratedFolder(const QString &folder)
@@ -73,7 +73,7 @@ QString MediaLibrary::addGenerated(const QString &path)
     const QFileInfo file(path);
     QString id = QStringLiteral("generated:") + file.fileName();
     if (!find(id))
-        add({id, generatedName(file), path, MediaItem::Kind::Picture, true});
+        add({MediaItem{id, generatedName(file), path, MediaItem::Kind::Picture, true}});
     return id;
 }
 
@@ -93,10 +93,12 @@ MediaLibrary::Resources MediaLibrary::resources() const
     return resources;
 }
 
-void MediaLibrary::add(MediaItem item)
+void MediaLibrary::add(std::vector<MediaItem> items)
 {
-    m_items.push_back(std::move(item));
-    Q_EMIT sigItemAdded();
+    if (items.empty())
+        return;
+    std::move(items.begin(), items.end(), std::back_inserter(m_items));
+    Q_EMIT sigItemsAdded();
 }
 
 } // namespace tavro::playout

@@ -18,9 +18,12 @@ public:
     /// Pairs of id and name, UTF-8, as the assistant takes them.
     using Resources = std::vector<std::pair<std::string, std::string>>;
 
-    /// Adds what can be shown in @p folder and the folders below it, sorted by name. The id is the path relative to
+    /// What can be shown in @p folder and the folders below it, sorted by name. The id is the path relative to
     /// @p folder. Hidden files are left out.
-    void addFolder(const QString &folder);
+    static std::vector<MediaItem> itemsIn(const QString &folder);
+
+    /// Adds items, whose ids must be new, and tells of them once.
+    void add(std::vector<MediaItem> items);
 
     /// Adds the pictures that the assistant saved in @p folder, which need not exist, in the order of their making.
     void addGeneratedFolder(const QString &folder);
@@ -36,11 +39,9 @@ public:
     Resources resources() const;
 
 Q_SIGNALS:
-    void sigItemAdded(); ///< the new item is the last
+    void sigItemsAdded(); ///< the new items are the last
 
 private:
-    void add(MediaItem item);
-
     std::vector<MediaItem> m_items;
 };
 

@@ -12,7 +12,7 @@ MediaListModel::MediaListModel(const MediaLibrary &library, PictureLoader &loade
     , m_pixelRatio(pixelRatio)
     , m_count(static_cast<int>(library.items().size()))
 {
-    connect(&library, &MediaLibrary::sigItemAdded, this, &MediaListModel::onItemAdded);
+    connect(&library, &MediaLibrary::sigItemsAdded, this, &MediaListModel::onItemsAdded);
     connect(&loader, &PictureLoader::sigLoaded, this, &MediaListModel::onLoaded);
 }
 
@@ -67,10 +67,11 @@ QPixmap MediaListModel::thumbnail(const QString &mediaId) const
     return {};
 }
 
-void MediaListModel::onItemAdded()
+void MediaListModel::onItemsAdded()
 {
-    beginInsertRows({}, m_count, m_count);
-    ++m_count;
+    const int count = static_cast<int>(m_library.items().size());
+    beginInsertRows({}, m_count, count - 1);
+    m_count = count;
     endInsertRows();
 }
 

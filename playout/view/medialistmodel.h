@@ -30,7 +30,7 @@ Q_SIGNALS:
     void sigThumbnailReady(const QString &mediaId);
 
 private:
-    void onItemAdded();
+    void onItemsAdded();
     void onLoaded(const QString &path, const QSize &bounds, const QImage &image);
     QString toolTip(int row) const;
 

@@ -102,7 +102,7 @@ void PlayoutCommandsTest::init()
     QVERIFY(writePicture(folder->filePath(QStringLiteral("harbour.png"))));
     QVERIFY(writePicture(folder->filePath(QStringLiteral("market.png"))));
     library = std::make_unique<MediaLibrary>();
-    library->addFolder(folder->path());
+    library->add(MediaLibrary::itemsIn(folder->path()));
     state = std::make_unique<PlayoutState>();
     executor = std::make_unique<CommandExecutor>(*state, *library);
 }

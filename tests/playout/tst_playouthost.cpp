@@ -1,4 +1,5 @@
 #include "playout/hostfixture.h"
+#include "playout/samplefiles.h"
 #include "support/waiting.h"
 
 #include <QFile>
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void commandTextIsNoMarkup();
     void savedPictureJoinsTheLibraryAndTheAssistantsList_data() { roles(); }
     void savedPictureJoinsTheLibraryAndTheAssistantsList();
+    void fileInTheMediaFolderJoinsTheLibraryAndTheAssistantsList_data() { roles(); }
+    void fileInTheMediaFolderJoinsTheLibraryAndTheAssistantsList();
     void unreachableServiceIsShown_data() { roles(); }
     void unreachableServiceIsShown();
     void everyQuestionGetsTheWholeTime_data() { roles(); }
@@ -147,6 +150,21 @@ void PlayoutHostTest::savedPictureJoinsTheLibraryAndTheAssistantsList()
     QVERIFY(eventually([&] { return f->server.requestCountTo("/ai/texttotext/generate/") == 1; }));
     const QByteArray body = f->server.requestsTo("/ai/texttotext/generate/").first().body;
     QVERIFY2(body.contains("generated 1") && body.contains("generated:download_1.jpg"), body.constData());
+}
+
+void PlayoutHostTest::fileInTheMediaFolderJoinsTheLibraryAndTheAssistantsList()
+{
+    QVERIFY(startInRole());
+    f->server.always("POST", "/ai/texttotext/generate/", ScriptedAnswer::status(500));
+    auto &list = f->child<QListView>("mediaList");
+    const int before = list.model()->rowCount();
+    QVERIFY(writePicture(f->media.filePath(QStringLiteral("late arrival.png"))));
+    QTRY_COMPARE_WITH_TIMEOUT(list.model()->rowCount(), before + 1, 20000);
+    QCOMPARE(list.model()->index(before, 0).data().toString(), QStringLiteral("late arrival"));
+    HostFixture::controller->textToGenerateText(QStringLiteral("what is there?"));
+    QVERIFY(eventually([&] { return f->server.requestCountTo("/ai/texttotext/generate/") == 1; }));
+    const QByteArray body = f->server.requestsTo("/ai/texttotext/generate/").first().body;
+    QVERIFY2(body.contains("late arrival.png"), body.constData());
 }
 
 void PlayoutHostTest::unreachableServiceIsShown()

@@ -83,7 +83,7 @@ void PlayoutLibraryTest::holdsWhatCanBeShownSortedByName()
     QVERIFY(!copySample(QStringLiteral("harbour clip.gif"), folder->path()).isEmpty());
     QVERIFY(QFile(file("notes.txt")).open(QFile::WriteOnly));
     MediaLibrary library;
-    library.addFolder(folder->path());
+    library.add(MediaLibrary::itemsIn(folder->path()));
     QCOMPARE(names(library),
              QStringList({QStringLiteral("Anchor"), QStringLiteral("clip 2"), QStringLiteral("clip 10"),
                           QStringLiteral("harbour clip")}));
@@ -98,7 +98,7 @@ void PlayoutLibraryTest::namesAreNotIds()
     QVERIFY(writePicture(file("same.png")));
     QVERIFY(writePicture(file("a/same.png")));
     MediaLibrary library;
-    library.addFolder(folder->path());
+    library.add(MediaLibrary::itemsIn(folder->path()));
     QCOMPARE(library.items().size(), std::size_t(2));
     QVERIFY(library.find(QStringLiteral("same.png")));
     QVERIFY(library.find(QStringLiteral("a/same.png")));
@@ -119,7 +119,7 @@ void PlayoutLibraryTest::generatedPicturesAreMarkedAndNumbered()
 void PlayoutLibraryTest::aPictureIsAddedOnce()
 {
     MediaLibrary library;
-    QSignalSpy added(&library, &MediaLibrary::sigItemAdded);
+    QSignalSpy added(&library, &MediaLibrary::sigItemsAdded);
     const QString id = library.addGenerated(file("download_1.jpg"));
     QCOMPARE(library.addGenerated(file("download_1.jpg")), id);
     QCOMPARE(added.count(), 1);
@@ -129,7 +129,7 @@ void PlayoutLibraryTest::aPictureIsAddedOnce()
 void PlayoutLibraryTest::aFolderThatIsNotThereIsEmpty()
 {
     MediaLibrary library;
-    library.addFolder(file("nowhere"));
+    library.add(MediaLibrary::itemsIn(file("nowhere")));
     library.addGeneratedFolder(file("nowhere"));
     QVERIFY(library.items().empty());
 }
@@ -138,7 +138,7 @@ void PlayoutLibraryTest::resourcesAreIdsAndNames()
 {
     QVERIFY(writePicture(file("夜市.png")));
     MediaLibrary library;
-    library.addFolder(folder->path());
+    library.add(MediaLibrary::itemsIn(folder->path()));
     const MediaLibrary::Resources expected{{"夜市.png", "夜市"}};
     QVERIFY(library.resources() == expected);
 }
@@ -161,7 +161,7 @@ void PlayoutLibraryTest::thumbnailsAreReadWhenAskedForAndFit()
 {
     QVERIFY(writePicture(file("wide.png"), Qt::green, {1600, 400}));
     MediaLibrary library;
-    library.addFolder(folder->path());
+    library.add(MediaLibrary::itemsIn(folder->path()));
     PictureLoader loader;
     MediaListModel model(library, loader, 2.0);
     QSignalSpy ready(&model, &MediaListModel::sigThumbnailReady);
@@ -180,7 +180,7 @@ void PlayoutLibraryTest::aBrokenPictureLeavesNoThumbnail()
     broken.write("no picture");
     broken.close();
     MediaLibrary library;
-    library.addFolder(folder->path());
+    library.add(MediaLibrary::itemsIn(folder->path()));
     PictureLoader loader;
     MediaListModel model(library, loader, 1.0);
     QSignalSpy loaded(&loader, &PictureLoader::sigLoaded);
