@@ -18,7 +18,7 @@ namespace tavro::runtime {
 /// stalls after the greeting, the library (3.4) waits for ever, without TLS busily and with growing memory, and tells
 /// nobody which socket it waits for. So the guard looks for it: a socket of this process that was opened after the
 /// guard was made, that leads to the broker, and that has received nothing for the time. It is shut down, and the
-/// library's call returns with a failure.
+/// library's call returns with a failure. Attempts of one process must not overlap: see ConnectTurn.
 class ConnectGuard {
 public:
     /// @p isHurried: the attempt is not wanted any more, and need not be given its time. Both references must outlive

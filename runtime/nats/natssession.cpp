@@ -2,6 +2,7 @@
 
 #include "nats/connectguard.h"
 #include "nats/connectionoptions.h"
+#include "nats/connectturn.h"
 
 #include <utility>
 
@@ -134,6 +135,9 @@ NatsSession::Opened NatsSession::open(const NatsOptions &options, const QString 
     if (setTls(raw, options, server) != NATS_OK)
         return failure(true, QStringLiteral("the authorities' file cannot be used: %1").arg(options.caFile));
     natsConnection *connection = nullptr;
+    const ConnectTurn turn(isHurried);
+    if (!turn.isHeld())
+        return unreachable(server, QStringLiteral("the attempt was given up"));
     ConnectGuard guard(broker, options.connectTimeout, isHurried);
     status = natsConnection_Connect(&connection, raw);
     if (status != NATS_OK)

@@ -22,9 +22,10 @@ public:
         std::string text; ///< why it failed; without credentials
     };
 
-    /// Connects to @p server, one of the addresses of @p options. Blocks for the look-up of its name, and then for two
-    /// NatsOptions::connectTimeout at most: one for the connection, one for a broker that stalls then. Once
-    /// @p isHurried, the second is cut short.
+    /// Connects to @p server, one of the addresses of @p options. Blocks for the look-up of its name, while other
+    /// connections of this process are being made, and then for two NatsOptions::connectTimeout at most: one for the
+    /// connection, one for a broker that stalls then. Once @p isHurried, it waits for no others, and the last is cut
+    /// short.
     static Opened open(const NatsOptions &options, const QString &server, std::shared_ptr<NatsIncoming> incoming,
                        const std::atomic_bool &isHurried);
 
