@@ -39,6 +39,15 @@ TextResult ask(const QString &messages, const QVector<MediaItem> &media)
     return tavro::assistantservice::BuiltinEngine().answer({false, false, conversation(messages), media}, cancelled);
 }
 
+QVector<MediaItem> libraryOf(std::initializer_list<const char *> names)
+{
+    QVector<MediaItem> media;
+    for (const char *name : names) {
+        media.append({QString::fromUtf8(name), QString::fromUtf8(name)});
+    }
+    return media;
+}
+
 void columns()
 {
     QTest::addColumn<QString>("messages");

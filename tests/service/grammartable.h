@@ -4,6 +4,8 @@
 
 #include <QJsonArray>
 
+#include <initializer_list>
+
 /// What the tables of sentences share: rows of what a user says, the commands that come of it and a part of the answer.
 namespace grammartable {
 
@@ -18,6 +20,9 @@ QString written(const QJsonArray &commands);
 QVector<ChatMessage> conversation(const QString &messages);
 
 TextResult ask(const QString &messages, const QVector<MediaItem> &media);
+
+/// Items whose ids are their names.
+QVector<MediaItem> libraryOf(std::initializer_list<const char *> names);
 
 void columns();
 void row(const char *messages, const char *commands, const char *answer = "");

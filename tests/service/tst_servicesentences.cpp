@@ -6,10 +6,10 @@ using namespace grammartable;
 
 namespace {
 
-// Names that hold verbs, places, numbers and fillers; their ids are the names.
+// Names that hold verbs, places, numbers and fillers.
 QVector<MediaItem> library()
 {
-    const char *const names[] = {
+    return libraryOf({
         "A",
         "7",
         "Harbour.mp4",
@@ -38,12 +38,7 @@ QVector<MediaItem> library()
         "Count Down 10-1.mp4",
         "Weather 4K 50p.mov",
         "Q&A session.mp4",
-    };
-    QVector<MediaItem> media;
-    for (const char *name : names) {
-        media.append({QString::fromUtf8(name), QString::fromUtf8(name)});
-    }
-    return media;
+    });
 }
 
 void check()

@@ -6,10 +6,9 @@ using namespace grammartable;
 
 namespace {
 
-// Their ids are the names.
 QVector<MediaItem> library()
 {
-    const char *const names[] = {
+    return libraryOf({
         "A",
         "Black",
         "3 Tigers.mp4",
@@ -27,12 +26,7 @@ QVector<MediaItem> library()
         "Москва.mov",
         "Новости 1.mp4",
         "Новости 2.mp4",
-    };
-    QVector<MediaItem> media;
-    for (const char *name : names) {
-        media.append({QString::fromUtf8(name), QString::fromUtf8(name)});
-    }
-    return media;
+    });
 }
 
 void check()
