@@ -15,6 +15,22 @@ using tavro::testsupport::waitLimit;
 
 Q_DECLARE_METATYPE(ScriptedAnswer)
 
+namespace {
+
+/// Cancels the question once the server has it.
+TextResult askAndCancel(const ScriptedServer &server, const ChatSettings &settings)
+{
+    const UpstreamChat chat(settings);
+    std::atomic<bool> cancelled{false};
+    auto result = std::async(std::launch::async,
+                             [&] { return chat.answer(upstream::question(QStringLiteral("Hello")), cancelled); });
+    server.waitForRequests(1, waitLimit);
+    cancelled = true;
+    return result.get();
+}
+
+} // namespace
+
 /// What goes wrong between the service and the model's server.
 class UpstreamFailuresTest : public QObject {
     Q_OBJECT
@@ -226,14 +242,8 @@ void UpstreamFailuresTest::cancellingEndsTheCall()
     server.expect("POST", upstream::chatTarget, answer);
     ChatSettings settings = upstream::chatSettings(server);
     settings.limit = std::chrono::hours(1);
-    const UpstreamChat chat(settings);
-    std::atomic<bool> cancelled{false};
-    auto result = std::async(std::launch::async,
-                             [&] { return chat.answer(upstream::question(QStringLiteral("Hello")), cancelled); });
-    const bool asked = server.waitForRequests(1, waitLimit);
-    cancelled = true;
-    QVERIFY(result.get().error.code == ErrorCode::UpstreamFailed);
-    QVERIFY(asked);
+    QVERIFY(askAndCancel(server, settings).error.code == ErrorCode::UpstreamFailed);
+    QCOMPARE(server.requestCount(), 1);
 }
 
 void UpstreamFailuresTest::cancellingEndsTheWait()
@@ -244,14 +254,7 @@ void UpstreamFailuresTest::cancellingEndsTheWait()
     ChatSettings settings = upstream::chatSettings(server);
     settings.limit = std::chrono::hours(1);
     settings.retryUnit = std::chrono::seconds(1);
-    const UpstreamChat chat(settings);
-    std::atomic<bool> cancelled{false};
-    auto result = std::async(std::launch::async,
-                             [&] { return chat.answer(upstream::question(QStringLiteral("Hello")), cancelled); });
-    const bool asked = server.waitForRequests(1, waitLimit);
-    cancelled = true;
-    QVERIFY(result.get().error);
-    QVERIFY(asked);
+    QVERIFY(askAndCancel(server, settings).error);
     QCOMPARE(server.requestCount(), 1);
 }
 
