@@ -2,12 +2,14 @@
 #include "options.h"
 #include "servicelog.h"
 #include "stopsignals.h"
+#include "tokenfile.h"
 
 #include <QCoreApplication>
 
 #include <cerrno>
 #include <cstdio>
 #include <thread>
+#include <unistd.h>
 
 using namespace tavro::assistantservice;
 
@@ -36,10 +38,7 @@ QString whyNotListening(int error)
 
 void warnWithoutToken(const Options &options)
 {
-    const QString &host = options.listen.host;
-    const bool local =
-        host == QLatin1String("localhost") || host == QLatin1String("::1") || host.startsWith(QLatin1String("127."));
-    if (!local && options.assistant.token.isEmpty()) {
+    if (!isLoopback(options.names.listenHost) && options.assistant.token.isEmpty()) {
         serviceLog().warn("event=no-token text=\"anyone who reaches this address may use the service\"");
     }
 }
@@ -50,6 +49,24 @@ std::unique_ptr<Engine> makeEngine(const Options &options)
         return std::make_unique<OpenAiEngine>(options.upstream->chat, options.upstream->pictures);
     }
     return std::make_unique<BuiltinEngine>();
+}
+
+// False where there is no token to be had.
+bool settleToken(Options &options)
+{
+    if (options.tokenFile.isEmpty()) {
+        return true;
+    }
+    const KeptToken kept = readOrMakeToken(options.tokenFile);
+    if (!kept.error.isEmpty()) {
+        print(stderr, kept.error + QStringLiteral(" --token-file names another one, --no-token lets everybody in.\n"));
+        return false;
+    }
+    if (kept.isNew) {
+        print(stderr, newTokenText(kept, options.tokenFile, !isJournal(STDERR_FILENO)));
+    }
+    options.assistant.token = kept.token;
+    return true;
 }
 
 int run(const Options &options)
@@ -83,14 +100,12 @@ int main(int argc, char *argv[])
 {
     // A signal that comes early waits, so that it ends the service like any other.
     holdStopSignals();
-    const Environment environment{qgetenv("ASSISTANTSERVICE_TOKEN"),
-                                  {qgetenv("ASSISTANTSERVICE_UPSTREAM_KEY"), qgetenv("ASSISTANTSERVICE_PICTURE_KEY")}};
     const QCoreApplication application(argc, argv);
-    const OptionsResult result = readOptions(QCoreApplication::arguments(), environment);
+    OptionsResult result = readOptions(QCoreApplication::arguments(), readEnvironment());
     if (!result.run) {
         print(result.exitCode == 0 ? stdout : stderr, result.text);
         return result.exitCode;
     }
     setLogLevel(result.options.logLevel);
-    return run(result.options);
+    return settleToken(result.options) ? run(result.options) : 1;
 }

@@ -2,6 +2,7 @@
 
 #include "optionvalues.h"
 #include "servicelog.h"
+#include "tokenoptions.h"
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
@@ -22,10 +23,9 @@ void addOptions(QCommandLineParser &parser)
     };
     add("listen", "Address and port to listen on, such as 127.0.0.1:8080, [::1]:8080 or myhost:0 (any free port).",
         "address:port", "127.0.0.1:8080");
-    add("token",
-        "Token that clients must send. Better given in the environment as ASSISTANTSERVICE_TOKEN, where other "
-        "users of the machine cannot read it.",
-        "token", "");
+    addTokenOptions(parser);
+    add("allow-host", "Another name (NAME or NAME:PORT) under which clients reach the service; may come several times.",
+        "name", "");
     add("engine", "What answers: builtin (rules, without a model) or openai (an OpenAI-compatible server).", "name",
         "builtin");
     addUpstreamOptions(parser);
@@ -77,6 +77,31 @@ QString readPublicUrl(OptionValues &values)
     return text;
 }
 
+// As clients send a name with letters beyond ASCII.
+Authority readAllowedHost(OptionValues &values, const QString &text)
+{
+    const QString name = text.section(QLatin1Char(':'), 0, 0);
+    const std::optional<Authority> authority = parseAuthority(QUrl::toAce(name) + text.mid(name.size()).toLatin1());
+    if (!authority) {
+        values.fail("allow-host", QStringLiteral("must be a name such as assistant.example or assistant.example:8443"));
+    }
+    return authority.value_or(Authority());
+}
+
+ServiceNames readNames(OptionValues &values, const Options &options, const QByteArray &machine)
+{
+    ServiceNames names{options.listen.host.toLatin1(), machine, {}};
+    const QStringList texts = values.texts("allow-host");
+    for (const QString &text : texts) {
+        names.others.append(readAllowedHost(values, text));
+    }
+    const QString publicHost = QUrl(options.assistant.publicUrl).host(QUrl::FullyEncoded);
+    if (!publicHost.isEmpty()) {
+        names.others.append({publicHost.toLatin1(), 0});
+    }
+    return names;
+}
+
 void readStoreLimits(OptionValues &values, StoreLimits &limits)
 {
     limits.work = std::chrono::milliseconds(values.number("work-ms", 0, 3600000));
@@ -99,11 +124,11 @@ void readEngine(OptionValues &values, const UpstreamKeys &keys, Options &options
     }
 }
 
-Options readValues(OptionValues &values, const UpstreamKeys &keys)
+Options readValues(OptionValues &values, const Environment &environment)
 {
     Options options;
     options.listen = readListen(values);
-    readEngine(values, keys, options);
+    readEngine(values, environment.upstreamKeys, options);
     options.logLevel = values.text("log-level");
     if (!logLevels().contains(options.logLevel)) {
         values.fail("log-level", QStringLiteral("must be one of %1").arg(logLevels().join(QStringLiteral(", "))));
@@ -113,6 +138,10 @@ Options readValues(OptionValues &values, const UpstreamKeys &keys)
     assistant.workers = values.number("workers", 1, 64);
     assistant.bodyLimits.largestPicture = readLargestPicture(values, assistant.bodyLimits.smallestPicture);
     readStoreLimits(values, assistant.storeLimits);
+    options.names = readNames(values, options, environment.machine);
+    const TokenChoice choice = readTokenChoice(values, environment, options.names.listenHost);
+    assistant.token = choice.token;
+    options.tokenFile = choice.file;
     options.http.largestBody = values.number("max-body", 1, 1024) * mebibyte;
     options.http.clientLimit = std::chrono::seconds(values.number("client-seconds", 1, 3600));
     return options;
@@ -142,11 +171,10 @@ OptionsResult readOptions(const QStringList &arguments, const Environment &envir
             false, {}, QStringLiteral("Unexpected: %1\n").arg(parser.positionalArguments().constFirst()), badOptions};
     }
     OptionValues values(parser);
-    Options options = readValues(values, environment.upstreamKeys);
+    const Options options = readValues(values, environment);
     if (!values.error().isEmpty()) {
         return {false, {}, values.error() + QLatin1Char('\n'), badOptions};
     }
-    options.assistant.token = values.isGiven("token") ? values.text("token").toUtf8() : environment.token;
     return {true, options, {}, 0};
 }
 

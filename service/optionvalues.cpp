@@ -18,6 +18,11 @@ QString OptionValues::text(const char *name) const
     return m_parser.value(QLatin1String(name));
 }
 
+QStringList OptionValues::texts(const char *name) const
+{
+    return m_parser.values(QLatin1String(name));
+}
+
 int OptionValues::number(const char *name, int minimum, int maximum)
 {
     bool ok = false;
@@ -32,6 +37,13 @@ void OptionValues::fail(const char *name, const QString &reason)
 {
     if (m_error.isEmpty()) {
         m_error = QStringLiteral("--%1 %2; \"%3\" was given.").arg(QLatin1String(name), reason, text(name));
+    }
+}
+
+void OptionValues::failSecretly(const char *name, const QString &reason)
+{
+    if (m_error.isEmpty()) {
+        m_error = QStringLiteral("--%1 %2.").arg(QLatin1String(name), reason);
     }
 }
 

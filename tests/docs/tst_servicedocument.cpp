@@ -163,11 +163,11 @@ void ServiceDocumentTest::stillWorkingIsAsShown()
     ServiceProcess slow;
     QVERIFY(slow.start({QStringLiteral("--work-ms"), QStringLiteral("600000")}));
     const QString accepted =
-        run(slow, QStringLiteral("curl -d @question.json http://127.0.0.1:8080/ai/texttotext/generate/"));
+        run(slow, QStringLiteral("curl --json @question.json http://127.0.0.1:8080/ai/texttotext/generate/"));
     const QString id = idsIn(accepted).value(0);
     QVERIFY(!id.isEmpty());
     const QString poll =
-        QStringLiteral(R"(curl -d '{"type":false,"reqId":"%1"}' http://127.0.0.1:8080/ai/result/filter/)");
+        QStringLiteral(R"(curl --json '{"type":false,"reqId":"%1"}' http://127.0.0.1:8080/ai/result/filter/)");
     QCOMPARE(run(slow, poll.arg(id)), QString::fromLatin1(working));
 }
 
@@ -202,9 +202,10 @@ QString ServiceDocumentTest::askInWords(const QString &question, const QString &
     if (!file.open(QFile::WriteOnly) || file.write(QJsonDocument(body).toJson()) < 0)
         return {};
     file.close();
-    const QString accepted = run(ready, QStringLiteral("curl -d @asked.json http://127.0.0.1:8080%1").arg(path));
-    return runUntilReady(QStringLiteral(R"(curl -d '{"type":%1,"reqId":"%2"}' http://127.0.0.1:8080/ai/result/filter/)")
-                             .arg(type, idsIn(accepted).value(0)));
+    const QString accepted = run(ready, QStringLiteral("curl --json @asked.json http://127.0.0.1:8080%1").arg(path));
+    return runUntilReady(
+        QStringLiteral(R"(curl --json '{"type":%1,"reqId":"%2"}' http://127.0.0.1:8080/ai/result/filter/)")
+            .arg(type, idsIn(accepted).value(0)));
 }
 
 void ServiceDocumentTest::whatCanBeSaidIsCarriedOut()

@@ -14,6 +14,7 @@ ServiceProcess::ServiceProcess()
 {
     m_process.setProgram(QStringLiteral(ASSISTANTSERVICE_PROGRAM));
     m_process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    setEnvironment(QStringLiteral("XDG_STATE_HOME"), m_folder.path());
     // Into a file: a pipe that nobody reads would fill up and stop the service.
     m_process.setStandardErrorFile(logFile());
 }
@@ -28,7 +29,17 @@ ServiceProcess::~ServiceProcess()
 
 bool ServiceProcess::start(const QStringList &options)
 {
-    m_process.setArguments(QStringList{QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")} + options);
+    return startAt(QStringLiteral("127.0.0.1"), options);
+}
+
+bool ServiceProcess::startEverywhere(const QStringList &options)
+{
+    return startAt(QStringLiteral("0.0.0.0"), options);
+}
+
+bool ServiceProcess::startAt(const QString &host, const QStringList &options)
+{
+    m_process.setArguments(QStringList{QStringLiteral("--listen"), host + QStringLiteral(":0")} + options);
     m_process.start();
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead(patienceMs)) {
@@ -37,7 +48,7 @@ bool ServiceProcess::start(const QStringList &options)
     }
     const QString line = QString::fromUtf8(m_process.readLine()).trimmed();
     m_port = QUrl(line.section(QLatin1Char(' '), -1)).port(0);
-    return line.startsWith(QLatin1String("assistantservice listening on http://127.0.0.1:")) && m_port > 0;
+    return line.startsWith(QStringLiteral("assistantservice listening on http://%1:").arg(host)) && m_port > 0;
 }
 
 int ServiceProcess::runToEnd(const QStringList &arguments)
@@ -74,6 +85,11 @@ QByteArray ServiceProcess::standardError()
 {
     QFile file(logFile());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString ServiceProcess::stateFile(const QString &name) const
+{
+    return m_folder.filePath(QStringLiteral("assistantservice/") + name);
 }
 
 QString ServiceProcess::logFile() const

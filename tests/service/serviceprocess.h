@@ -12,6 +12,8 @@ public:
 
     /// Starts it and waits until it takes connections.
     bool start(const QStringList &options = {});
+    /// The same, but open to other machines too.
+    bool startEverywhere(const QStringList &options = {});
     /// Starts it with exactly these arguments and waits for its end.
     int runToEnd(const QStringList &arguments);
     void setEnvironment(const QString &name, const QString &value);
@@ -22,8 +24,11 @@ public:
     int port() const { return m_port; }
     QUrl url(const QString &path) const;
     QByteArray standardError();
+    /// A file in the folder that the service keeps its own files in.
+    QString stateFile(const QString &name) const;
 
 private:
+    bool startAt(const QString &host, const QStringList &options);
     QString logFile() const;
 
     QTemporaryDir m_folder;

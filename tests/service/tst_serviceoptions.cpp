@@ -9,7 +9,8 @@ namespace {
 
 OptionsResult read(const QStringList &arguments, const QByteArray &environmentToken = {})
 {
-    return readOptions(QStringList{QStringLiteral("assistantservice")} + arguments, {environmentToken, {}});
+    return readOptions(QStringList{QStringLiteral("assistantservice")} + arguments,
+                       {environmentToken, {}, "playout-3", {}});
 }
 
 } // namespace
@@ -20,7 +21,7 @@ class ServiceOptionsTest : public QObject {
 private Q_SLOTS:
     void hasWorkingDefaults();
     void readsEveryOption();
-    void takesTheTokenFromTheEnvironment();
+    void knowsTheNamesOfTheService();
     void refuses_data();
     void refuses();
     void printsHelpAndVersion();
@@ -63,11 +64,21 @@ void ServiceOptionsTest::readsEveryOption()
     QCOMPARE(options.logLevel, QStringLiteral("error"));
 }
 
-void ServiceOptionsTest::takesTheTokenFromTheEnvironment()
+void ServiceOptionsTest::knowsTheNamesOfTheService()
 {
-    QCOMPARE(read({}, "secret").options.assistant.token, QByteArray("secret"));
-    QCOMPARE(read({QStringLiteral("--token"), QStringLiteral("other")}, "secret").options.assistant.token,
-             QByteArray("other"));
+    const ServiceNames names = read(QStringLiteral("--listen [::1]:0 --allow-host a.example --allow-host B.Example:81 "
+                                                   "--allow-host my_host --allow-host bücher.example "
+                                                   "--public-url https://c.example:82/ai")
+                                        .split(QLatin1Char(' ')))
+                                   .options.names;
+    QCOMPARE(names.listenHost, QByteArray("::1"));
+    QCOMPARE(names.machine, QByteArray("playout-3"));
+    QByteArrayList others;
+    for (const Authority &other : names.others) {
+        others.append(other.host + ':' + QByteArray::number(other.port));
+    }
+    QCOMPARE(others,
+             (QByteArrayList{"a.example:0", "b.example:81", "my_host:0", "xn--bcher-kva.example:0", "c.example:0"}));
 }
 
 void ServiceOptionsTest::refuses_data()
@@ -94,6 +105,9 @@ void ServiceOptionsTest::refuses_data()
     row("--keep-seconds 0", "--keep-seconds must be");
     row("--public-url ftp://x", "--public-url must be");
     row("--public-url assistant", "--public-url must be");
+    row("--allow-host http://x", "--allow-host must be");
+    row("--allow-host a/b", "--allow-host must be");
+    row("--allow-host [::1]:80", "--allow-host must be");
     row("--log-level loud", "--log-level must be");
 }
 

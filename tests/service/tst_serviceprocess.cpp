@@ -22,7 +22,6 @@ private Q_SLOTS:
     void stopsWhileItDraws();
     void aSecondServiceCannotTakeThePort();
     void namesAnAddressOfAnotherMachine();
-    void warnsWhereAnyoneMayUseIt();
     void endsWithAMessageOnBadOptions();
     void printsItsVersion();
 };
@@ -167,22 +166,6 @@ void ServiceProcessTest::namesAnAddressOfAnotherMachine()
     // Kept free for documentation: no machine has it.
     QCOMPARE(service.runToEnd({QStringLiteral("--listen"), QStringLiteral("192.0.2.1:0")}), 1);
     QVERIFY(service.standardError().contains("the address is not this machine's."));
-}
-
-void ServiceProcessTest::warnsWhereAnyoneMayUseIt()
-{
-    const QString everywhere = QStringLiteral("0.0.0.0:0");
-    const auto logOf = [&everywhere](const QStringList &options) {
-        ServiceProcess service;
-        service.start(QStringList{QStringLiteral("--listen"), everywhere} + options);
-        service.signal(SIGTERM);
-        return service.exitCode() == 0 ? service.standardError() : QByteArray();
-    };
-    const QByteArray open = logOf({});
-    QVERIFY2(open.contains("level=warning event=no-token"), open.constData());
-    const QByteArray guarded = logOf({QStringLiteral("--token"), QStringLiteral("secret-word")});
-    QVERIFY(guarded.contains("event=stopping"));
-    QVERIFY(!guarded.contains("no-token"));
 }
 
 void ServiceProcessTest::endsWithAMessageOnBadOptions()
