@@ -2,12 +2,14 @@
 
 #include "requestbodies.h"
 #include "secrets.h"
+#include "servicelog.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <exception>
+#include <new>
 
 namespace tavro::assistantservice {
 
@@ -44,6 +46,20 @@ Result guarded(Work work)
     }
 }
 
+// So must a request that there is no memory for.
+template <typename Work>
+Reply guardedReply(Work work)
+{
+    try {
+        return work();
+    } catch (const std::bad_alloc &) {
+        serviceLog().error("event=out-of-memory");
+        return errorReply(
+            {ErrorCode::EngineFailed,
+             QStringLiteral("The assistant service has not enough memory for this. Please try again in a moment.")});
+    }
+}
+
 } // namespace
 
 Assistant::Assistant(AssistantSettings settings, std::unique_ptr<Engine> engine)
@@ -55,47 +71,88 @@ Assistant::Assistant(AssistantSettings settings, std::unique_ptr<Engine> engine)
 
 Reply Assistant::generateText(const Caller &caller, const QByteArray &body)
 {
+    return guardedReply([&] { return readTextQuestion(caller, body); });
+}
+
+Reply Assistant::generatePicture(const Caller &caller, const QByteArray &body)
+{
+    return guardedReply([&] { return readPictureWish(caller, body); });
+}
+
+Reply Assistant::pollResult(const Caller &caller, const QByteArray &body)
+{
+    return guardedReply([&] { return readPoll(caller, body); });
+}
+
+// Reading takes several times the memory of the body, so the large ones are read one after the other.
+std::unique_lock<std::mutex> Assistant::turnFor(const QByteArray &body)
+{
+    constexpr int large = 256 * 1024;
+    return body.size() < large ? std::unique_lock<std::mutex>() : std::unique_lock<std::mutex>(m_largeBodies);
+}
+
+Reply Assistant::readTextQuestion(const Caller &caller, const QByteArray &body)
+{
     if (const ServiceError error = checkToken(caller)) {
         return errorReply(error);
     }
+    const std::unique_lock<std::mutex> turn = turnFor(body);
     TextRequest request;
     if (const ServiceError error = readTextRequest(body, m_settings.bodyLimits, request)) {
         return errorReply(error);
     }
     QString id;
-    if (const ServiceError error = admit(false, id)) {
+    if (const ServiceError error = admit(false, body, id)) {
         return errorReply(error);
     }
-    m_workers.post([this, id, request](const std::atomic<bool> &cancelled) {
+    start(id, [this, id, request](const std::atomic<bool> &cancelled) {
         m_store.finishText(id, guarded<TextResult>([&] { return m_engine->answer(request, cancelled); }));
     });
     return acceptedReply(id);
 }
 
-Reply Assistant::generatePicture(const Caller &caller, const QByteArray &body)
+Reply Assistant::readPictureWish(const Caller &caller, const QByteArray &body)
 {
     if (const ServiceError error = checkToken(caller)) {
         return errorReply(error);
     }
+    const std::unique_lock<std::mutex> turn = turnFor(body);
     PictureRequest request;
     if (const ServiceError error = readPictureRequest(body, m_settings.bodyLimits, request)) {
         return errorReply(error);
     }
     QString id;
-    if (const ServiceError error = admit(true, id)) {
+    if (const ServiceError error = admit(true, body, id)) {
         return errorReply(error);
     }
-    m_workers.post([this, id, request](const std::atomic<bool> &cancelled) {
+    start(id, [this, id, request](const std::atomic<bool> &cancelled) {
         m_store.finishPicture(id, guarded<PictureResult>([&] { return m_engine->draw(request, cancelled); }));
     });
     return acceptedReply(id);
 }
 
-Reply Assistant::pollResult(const Caller &caller, const QByteArray &body)
+// A request that never gets a result would count as unfinished for ever.
+void Assistant::start(const QString &requestId, const Work &work)
+{
+    const auto orDrop = [this, requestId](const auto &step) {
+        try {
+            step();
+        } catch (const std::exception &) {
+            m_store.drop(requestId);
+            throw;
+        }
+    };
+    orDrop([&] {
+        m_workers.post([work, orDrop](const std::atomic<bool> &cancelled) { orDrop([&] { work(cancelled); }); });
+    });
+}
+
+Reply Assistant::readPoll(const Caller &caller, const QByteArray &body)
 {
     if (const ServiceError error = checkToken(caller)) {
         return errorReply(error);
     }
+    const std::unique_lock<std::mutex> turn = turnFor(body);
     PollRequest request;
     if (const ServiceError error = readPollRequest(body, request)) {
         return errorReply(error);
@@ -152,12 +209,12 @@ ServiceError Assistant::checkToken(const Caller &caller) const
                 : QStringLiteral("The assistant service does not accept this token. Please check the settings.")};
 }
 
-ServiceError Assistant::admit(bool picture, QString &requestId)
+ServiceError Assistant::admit(bool picture, const QByteArray &body, QString &requestId)
 {
     if (m_stopping) {
         return {ErrorCode::Stopping, QStringLiteral("The assistant service is being stopped.")};
     }
-    return m_store.add(picture, requestId);
+    return m_store.add(picture, body.size(), requestId);
 }
 
 QString Assistant::pictureAddress(const Caller &caller, const QString &pictureId) const

@@ -5,6 +5,7 @@
 #include "workerpool.h"
 
 #include <memory>
+#include <mutex>
 
 namespace tavro::assistantservice {
 
@@ -24,7 +25,8 @@ struct AssistantSettings {
     int workers = 2;
 };
 
-/// The endpoints, free of HTTP: bytes in, a reply out. All functions may be called on any thread.
+/// The endpoints, free of HTTP: bytes in, a reply out. All functions may be called on any thread. A request for which
+/// the memory does not suffice is answered with an error.
 class Assistant {
 public:
     Assistant(AssistantSettings settings, std::unique_ptr<Engine> engine);
@@ -46,12 +48,21 @@ public:
     void stop();
 
 private:
-    ServiceError admit(bool picture, QString &requestId);
+    /// A task that gives a request its result.
+    using Work = std::function<void(const std::atomic<bool> &cancelled)>;
+
+    Reply readTextQuestion(const Caller &caller, const QByteArray &body);
+    Reply readPictureWish(const Caller &caller, const QByteArray &body);
+    Reply readPoll(const Caller &caller, const QByteArray &body);
+    std::unique_lock<std::mutex> turnFor(const QByteArray &body);
+    ServiceError admit(bool picture, const QByteArray &body, QString &requestId);
+    void start(const QString &requestId, const Work &work);
     QString pictureAddress(const Caller &caller, const QString &pictureId) const;
 
     const AssistantSettings m_settings;
     const std::unique_ptr<Engine> m_engine;
     QString m_ownUrl;
+    std::mutex m_largeBodies;
     RequestStore m_store;
     std::atomic<bool> m_stopping{false};
     WorkerPool m_workers;

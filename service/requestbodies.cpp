@@ -1,72 +1,12 @@
 #include "requestbodies.h"
 
-#include "duplicatekeys.h"
-#include "jsonreader.h"
-
-#include <QJsonDocument>
+#include "jsonform.h"
 
 namespace tavro::assistantservice {
 
 namespace {
 
 constexpr int longestRequestId = 100;
-
-ServiceError parseObject(const QByteArray &body, QJsonObject &object)
-{
-    if (repeatsContainerKey(body)) {
-        return {ErrorCode::BadRequest, QStringLiteral("The request names a member twice.")};
-    }
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(body, &error);
-    if (error.error != QJsonParseError::NoError) {
-        return {ErrorCode::BadRequest,
-                QStringLiteral("The request is not valid JSON (at byte %1: %2).")
-                    .arg(error.offset)
-                    .arg(error.errorString())};
-    }
-    if (!document.isObject()) {
-        return {ErrorCode::BadRequest, QStringLiteral("The request must be a JSON object.")};
-    }
-    object = document.object();
-    return {};
-}
-
-// Reads every entry of a list of objects with `readEntry`, and stops at the first that is wrong.
-template <typename ReadEntry>
-ServiceError readObjects(const QJsonArray &array, const char *name, ReadEntry readEntry)
-{
-    int index = 0;
-    for (const QJsonValue &value : array) {
-        const QString where = QStringLiteral("%1[%2]").arg(QLatin1String(name)).arg(index++);
-        if (!value.isObject()) {
-            return {ErrorCode::BadRequest, QStringLiteral("\"%1\" must be an object.").arg(where)};
-        }
-        JsonReader reader(value.toObject(), where + QLatin1Char('.'));
-        readEntry(reader);
-        if (reader.error()) {
-            return reader.error();
-        }
-    }
-    return {};
-}
-
-ServiceError readMessages(const QJsonArray &array, const BodyLimits &limits, QVector<ChatMessage> &messages)
-{
-    messages.reserve(array.size());
-    return readObjects(array, "messages", [&](JsonReader &reader) {
-        const bool fromAssistant = reader.boolean("type");
-        messages.append({fromAssistant, reader.text("content", limits.messageLength)});
-    });
-}
-
-ServiceError readMediaList(const QJsonArray &array, const BodyLimits &limits, QVector<MediaItem> &mediaList)
-{
-    mediaList.reserve(array.size());
-    return readObjects(array, "mediaList", [&](JsonReader &reader) {
-        const QString id = reader.text("id", limits.mediaTextLength);
-        mediaList.append({id, reader.text("name", limits.mediaTextLength)});
-    });
-}
 
 ServiceError checkQuestion(const QVector<ChatMessage> &messages)
 {
@@ -106,58 +46,51 @@ ServiceError checkSize(const QSize &size, const BodyLimits &limits)
 
 ServiceError readTextRequest(const QByteArray &body, const BodyLimits &limits, TextRequest &request)
 {
-    QJsonObject object;
-    if (const ServiceError error = parseObject(body, object)) {
-        return error;
-    }
-    JsonReader reader(object);
-    request.deepModel = reader.boolean("enableDS");
-    request.onlineSearch = reader.boolean("enableNet");
-    const QJsonArray messages = reader.array("messages", limits.messages);
-    const QJsonArray mediaList = reader.array("mediaList", limits.mediaItems);
-    if (reader.error()) {
-        return reader.error();
-    }
-    if (const ServiceError error = readMessages(messages, limits, request.messages)) {
-        return error;
-    }
-    if (const ServiceError error = readMediaList(mediaList, limits, request.mediaList)) {
-        return error;
-    }
-    return checkQuestion(request.messages);
+    ChatMessage message;
+    JsonForm messageForm;
+    messageForm.boolean("type", message.fromAssistant);
+    messageForm.text("content", limits.messageLength, message.content);
+    MediaItem item;
+    JsonForm itemForm;
+    itemForm.text("id", limits.mediaTextLength, item.id);
+    itemForm.text("name", limits.mediaTextLength, item.name);
+    JsonForm form;
+    form.boolean("enableDS", request.deepModel);
+    form.boolean("enableNet", request.onlineSearch);
+    form.objects("messages", limits.messages, messageForm, [&] { request.messages.append(message); });
+    form.objects("mediaList", limits.mediaItems, itemForm, [&] { request.mediaList.append(item); });
+    const ServiceError error = form.fill(body);
+    return error ? error : checkQuestion(request.messages);
 }
 
 ServiceError readPictureRequest(const QByteArray &body, const BodyLimits &limits, PictureRequest &request)
 {
-    QJsonObject object;
-    if (const ServiceError error = parseObject(body, object)) {
-        return error;
-    }
     constexpr int anyInt = 1000000000;
-    JsonReader reader(object);
-    request.style = reader.text("style", limits.shortTextLength);
-    const int width = reader.wholeNumber("width", -anyInt, anyInt);
-    request.size = {width, reader.wholeNumber("height", -anyInt, anyInt)};
-    request.superResolution = reader.boolean("useSR");
-    request.prompt = reader.text("content", limits.promptLength);
-    request.logoEnabled = reader.boolean("enableLogo");
-    request.logoPosition = reader.wholeNumber("logoPositon", 0, 255);
-    reader.boolean("logoLanguage");
-    request.logoOpacity = reader.number("logoOpacity", 0.0, 1.0);
-    request.logoText = reader.text("logoContent", limits.shortTextLength);
-    return reader.error() ? reader.error() : checkSize(request.size, limits);
+    bool logoLanguage = false;
+    int width = 0;
+    int height = 0;
+    JsonForm form;
+    form.text("style", limits.shortTextLength, request.style);
+    form.wholeNumber("width", -anyInt, anyInt, width);
+    form.wholeNumber("height", -anyInt, anyInt, height);
+    form.boolean("useSR", request.superResolution);
+    form.text("content", limits.promptLength, request.prompt);
+    form.boolean("enableLogo", request.logoEnabled);
+    form.wholeNumber("logoPositon", 0, 255, request.logoPosition);
+    form.boolean("logoLanguage", logoLanguage);
+    form.number("logoOpacity", 0.0, 1.0, request.logoOpacity);
+    form.text("logoContent", limits.shortTextLength, request.logoText);
+    const ServiceError error = form.fill(body);
+    request.size = {width, height};
+    return error ? error : checkSize(request.size, limits);
 }
 
 ServiceError readPollRequest(const QByteArray &body, PollRequest &request)
 {
-    QJsonObject object;
-    if (const ServiceError error = parseObject(body, object)) {
-        return error;
-    }
-    JsonReader reader(object);
-    request.picture = reader.boolean("type");
-    request.requestId = reader.text("reqId", longestRequestId);
-    return reader.error();
+    JsonForm form;
+    form.boolean("type", request.picture);
+    form.text("reqId", longestRequestId, request.requestId);
+    return form.fill(body);
 }
 
 } // namespace tavro::assistantservice

@@ -1,5 +1,6 @@
 #include "requeststore.h"
 
+#include <QJsonDocument>
 #include <QUuid>
 
 #include <algorithm>
@@ -21,6 +22,26 @@ ServiceError unknownRequest()
             QStringLiteral("This request is not known here (any more). Please ask the question again.")};
 }
 
+ServiceError busy(int requests)
+{
+    return {ErrorCode::Busy,
+            QStringLiteral("The assistant service is busy with %1 other requests. Please try again in a moment.")
+                .arg(requests)};
+}
+
+qint64 bytesOf(const QString &text)
+{
+    return qint64(text.size()) * qint64(sizeof(QChar));
+}
+
+// Commands take several times the memory of their text.
+qint64 bytesOf(const PollResult &result)
+{
+    constexpr qint64 inMemory = 8;
+    return bytesOf(result.answer) + bytesOf(result.description)
+        + inMemory * QJsonDocument(result.agentCommands).toJson(QJsonDocument::Compact).size();
+}
+
 } // namespace
 
 RequestStore::RequestStore(const StoreLimits &limits, Clock clock)
@@ -29,21 +50,23 @@ RequestStore::RequestStore(const StoreLimits &limits, Clock clock)
     , m_nextCleaning(m_clock())
 { }
 
-ServiceError RequestStore::add(bool picture, QString &id)
+ServiceError RequestStore::add(bool picture, qint64 bodyBytes, QString &id)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     removeExpired();
-    if (countUnfinished() >= m_limits.unfinished) {
-        return {ErrorCode::Busy,
-                QStringLiteral("The assistant service is busy with %1 other requests. Please try again in a moment.")
-                    .arg(m_limits.unfinished)};
+    const int unfinished = countUnfinished();
+    const bool isTooMuch = m_working > 0 && m_workingBytes + bodyBytes > m_limits.unfinishedBytes;
+    if (unfinished >= m_limits.unfinished || isTooMuch) {
+        return busy(unfinished);
     }
     id = newId();
     Entry entry;
     entry.picture = picture;
     entry.readyAt = m_clock() + m_limits.work;
+    entry.bodyBytes = bodyBytes;
     m_entries.insert(id, entry);
-    m_unfinished.append(id);
+    ++m_working;
+    m_workingBytes += bodyBytes;
     return {};
 }
 
@@ -51,20 +74,20 @@ void RequestStore::finishText(const QString &id, const TextResult &result)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const auto entry = m_entries.find(id);
-    if (entry == m_entries.end()) {
+    if (entry == m_entries.end() || entry->finished) {
         return;
     }
     entry->result.error = result.error;
     entry->result.answer = result.answer;
     entry->result.agentCommands = result.agentCommands;
-    finish(*entry);
+    finish(id, *entry);
 }
 
 void RequestStore::finishPicture(const QString &id, const PictureResult &result)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const auto entry = m_entries.find(id);
-    if (entry == m_entries.end()) {
+    if (entry == m_entries.end() || entry->finished) {
         return;
     }
     entry->result.error = result.error;
@@ -73,7 +96,7 @@ void RequestStore::finishPicture(const QString &id, const PictureResult &result)
     if (!result.error) {
         keepPicture(id, *entry, result);
     }
-    finish(*entry);
+    finish(id, *entry);
 }
 
 void RequestStore::keepPicture(const QString &id, Entry &entry, const PictureResult &result)
@@ -88,16 +111,36 @@ void RequestStore::keepPicture(const QString &id, Entry &entry, const PictureRes
     releasePicturesBeyond(m_limits.pictureBytes - size);
     entry.result.pictureId = newId();
     entry.stored = {result.bytes, result.mediaType};
-    m_pictureBytes += size;
+    entry.pictureNumber = m_pictures.add(id, size);
     m_requestOfPicture.insert(entry.result.pictureId, id);
 }
 
-void RequestStore::finish(Entry &entry)
+// What may fail for want of memory comes first, so that drop() finds an unfinished request.
+void RequestStore::finish(const QString &id, Entry &entry)
 {
+    if (bytesOf(entry.result) > m_limits.answerBytes) {
+        releasePicture(entry);
+        entry.result = {};
+        entry.result.error = {ErrorCode::TooLarge,
+                              QStringLiteral("The answer is longer than this service keeps. Please ask for less.")};
+    }
+    entry.finishNumber = m_finished.add(id, bytesOf(entry.result));
+    if (entry.readyAt > m_clock()) {
+        m_held.insert(entry.readyAt);
+    }
     entry.finished = true;
-    entry.finishNumber = ++m_finishCount;
     entry.expiresAt = std::max(entry.readyAt, m_clock()) + m_limits.keep;
-    removeBeyondCount();
+    --m_working;
+    m_workingBytes -= entry.bodyBytes;
+    removeBeyondLimits();
+}
+
+void RequestStore::drop(const QString &id)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_entries.contains(id)) {
+        remove(id);
+    }
 }
 
 PollResult RequestStore::poll(const QString &id, bool picture)
@@ -134,7 +177,7 @@ std::optional<StoredPicture> RequestStore::picture(const QString &pictureId)
 qint64 RequestStore::pictureBytes() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_pictureBytes;
+    return m_pictures.bytes();
 }
 
 int RequestStore::unfinished()
@@ -155,18 +198,22 @@ bool RequestStore::isExpired(const Entry &entry) const
 
 int RequestStore::countUnfinished()
 {
-    const auto done = [this](const QString &id) {
-        const auto entry = m_entries.constFind(id);
-        return entry == m_entries.constEnd() || isReady(*entry);
-    };
-    m_unfinished.erase(std::remove_if(m_unfinished.begin(), m_unfinished.end(), done), m_unfinished.end());
-    return m_unfinished.size();
+    m_held.erase(m_held.begin(), m_held.upper_bound(m_clock()));
+    return m_working + static_cast<int>(m_held.size());
 }
 
 void RequestStore::remove(const QString &id)
 {
-    releasePicture(m_entries[id]);
-    m_entries.remove(id);
+    const auto entry = m_entries.find(id);
+    releasePicture(*entry);
+    m_finished.remove(entry->finishNumber);
+    if (!entry->finished) {
+        --m_working;
+        m_workingBytes -= entry->bodyBytes;
+    } else if (const auto held = m_held.find(entry->readyAt); held != m_held.end()) {
+        m_held.erase(held);
+    }
+    m_entries.erase(entry);
 }
 
 // Looking through all entries at every call would cost more than the calls themselves.
@@ -185,46 +232,31 @@ void RequestStore::removeExpired()
     }
 }
 
-void RequestStore::removeBeyondCount()
+void RequestStore::removeBeyondLimits()
 {
-    while (m_entries.size() - m_unfinished.size() > m_limits.finished) {
-        const QString oldest = oldestFinished(false);
-        if (oldest.isEmpty()) {
-            return;
-        }
-        remove(oldest);
+    const auto isBeyond = [this] {
+        return m_entries.size() - countUnfinished() > m_limits.finished || m_finished.bytes() > m_limits.answersBytes;
+    };
+    while (isBeyond() && !m_finished.isEmpty()) {
+        remove(QString(m_finished.oldest()));
     }
 }
 
 void RequestStore::releasePicture(Entry &entry)
 {
     m_requestOfPicture.remove(entry.result.pictureId);
-    m_pictureBytes -= entry.stored.bytes.size();
+    m_pictures.remove(entry.pictureNumber);
     entry.stored = {};
 }
 
 void RequestStore::releasePicturesBeyond(qint64 bytes)
 {
-    while (m_pictureBytes > bytes) {
-        Entry &entry = m_entries[oldestFinished(true)];
+    while (m_pictures.bytes() > bytes) {
+        Entry &entry = m_entries[m_pictures.oldest()];
         releasePicture(entry);
         entry.result.error = {ErrorCode::Expired,
                               QStringLiteral("The picture had to make room for newer ones. Please ask for it again.")};
     }
-}
-
-QString RequestStore::oldestFinished(bool withPicture) const
-{
-    QString oldest;
-    quint64 number = m_finishCount + 1;
-    for (auto entry = m_entries.constBegin(); entry != m_entries.constEnd(); ++entry) {
-        const bool wanted = entry->finished && (!withPicture || !entry->stored.bytes.isEmpty());
-        if (wanted && entry->finishNumber < number) {
-            number = entry->finishNumber;
-            oldest = entry.key();
-        }
-    }
-    return oldest;
 }
 
 } // namespace tavro::assistantservice

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "ageorder.h"
 #include "engine.h"
 
 #include <QHash>
-#include <QVector>
 
 #include <chrono>
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <set>
 
 namespace tavro::assistantservice {
 
@@ -23,6 +24,11 @@ struct StoreLimits {
     std::chrono::seconds keep{600};
     /// Memory of all kept pictures together; the oldest go first.
     qint64 pictureBytes = qint64(512) * 1024 * 1024;
+    /// The same of all kept answers, and of a single one; a longer one is an error.
+    qint64 answersBytes = qint64(64) * 1024 * 1024;
+    qint64 answerBytes = qint64(4) * 1024 * 1024;
+    /// Of the bodies of all unfinished requests; one more is refused, unless it is the only one.
+    qint64 unfinishedBytes = qint64(128) * 1024 * 1024;
 };
 
 /// What a poll finds. `pictureId` is set for a picture alone.
@@ -48,11 +54,13 @@ public:
 
     explicit RequestStore(const StoreLimits &limits, Clock clock = &std::chrono::steady_clock::now);
 
-    /// Takes in a request and sets its id, or says why not.
-    ServiceError add(bool picture, QString &id);
-    /// Each gives a request its result. An unknown id is ignored.
+    /// Takes in a request whose body has so many bytes and sets its id, or says why not.
+    ServiceError add(bool picture, qint64 bodyBytes, QString &id);
+    /// Each gives a request its result. An unknown id is ignored, and so is a second result.
     void finishText(const QString &id, const TextResult &result);
     void finishPicture(const QString &id, const PictureResult &result);
+    /// Forgets a request. For one that cannot be given a result.
+    void drop(const QString &id);
 
     /// A finished request may be polled as often as wanted while it is kept.
     PollResult poll(const QString &id, bool picture);
@@ -67,7 +75,9 @@ private:
         bool finished = false;
         TimePoint readyAt;
         TimePoint expiresAt;
-        quint64 finishNumber = 0;
+        qint64 bodyBytes = 0;
+        AgeOrder::Number finishNumber = 0;
+        AgeOrder::Number pictureNumber = 0;
         PollResult result;
         StoredPicture stored;
     };
@@ -75,23 +85,26 @@ private:
     bool isReady(const Entry &entry) const;
     bool isExpired(const Entry &entry) const;
     int countUnfinished();
-    void finish(Entry &entry);
+    void finish(const QString &id, Entry &entry);
     void remove(const QString &id);
     void removeExpired();
-    void removeBeyondCount();
+    void removeBeyondLimits();
     void releasePicture(Entry &entry);
     void releasePicturesBeyond(qint64 bytes);
     void keepPicture(const QString &id, Entry &entry, const PictureResult &result);
-    QString oldestFinished(bool withPicture) const;
 
     const StoreLimits m_limits;
     const Clock m_clock;
     mutable std::mutex m_mutex;
     QHash<QString, Entry> m_entries;
     QHash<QString, QString> m_requestOfPicture;
-    QVector<QString> m_unfinished;
-    quint64 m_finishCount = 0;
-    qint64 m_pictureBytes = 0;
+    /// Not finished yet.
+    int m_working = 0;
+    qint64 m_workingBytes = 0;
+    /// When those that are finished too early become ready.
+    std::multiset<TimePoint> m_held;
+    AgeOrder m_finished;
+    AgeOrder m_pictures;
     TimePoint m_nextCleaning;
 };
 

@@ -1,11 +1,21 @@
 #include "workerpool.h"
 
+#include "servicelog.h"
+
+#include <exception>
+
 namespace tavro::assistantservice {
 
+// Threads that wait for tasks must end before what they wait for goes.
 WorkerPool::WorkerPool(int threads)
 {
-    for (int i = 0; i < threads; ++i) {
-        m_threads.emplace_back([this] { work(); });
+    try {
+        for (int i = 0; i < threads; ++i) {
+            m_threads.emplace_back([this] { work(); });
+        }
+    } catch (...) {
+        stop();
+        throw;
     }
 }
 
@@ -40,10 +50,19 @@ void WorkerPool::stop()
     m_threads.clear();
 }
 
+// A task goes as soon as it is done: what it holds may be large.
 void WorkerPool::work()
 {
-    for (Task task; next(task);) {
-        task(m_stopping);
+    for (;;) {
+        Task task;
+        if (!next(task)) {
+            return;
+        }
+        try {
+            task(m_stopping);
+        } catch (const std::exception &error) {
+            serviceLog().error("event=task-failed text=\"{}\"", error.what());
+        }
     }
 }
 

@@ -14,9 +14,10 @@ namespace tavro::assistantservice {
 /// affair.
 class WorkerPool {
 public:
-    /// A task looks at the flag now and then and gives up once it is set.
+    /// A task looks at the flag now and then and gives up once it is set. What it throws is logged.
     using Task = std::function<void(const std::atomic<bool> &cancelled)>;
 
+    /// Throws where the system has no threads left.
     explicit WorkerPool(int threads);
     ~WorkerPool();
     WorkerPool(const WorkerPool &) = delete;

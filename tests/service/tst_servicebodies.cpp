@@ -85,7 +85,10 @@ class ServiceBodiesTest : public QObject {
 private Q_SLOTS:
     void noticesRepeatedMembers_data();
     void noticesRepeatedMembers();
+    void refusesRepeatedMembers_data();
     void refusesRepeatedMembers();
+    void ignoresOtherMembers();
+    void countsAsTheInterfaceDoes();
     void readsAWholeTextRequest();
     void readsAWholePictureRequest();
     void readsAPoll();
@@ -141,6 +144,25 @@ void ServiceBodiesTest::refusesTextRequests_data()
     bodyRow("empty", "", "not valid JSON");
     bodyRow("broken", "{\"enableDS\":", "not valid JSON");
     bodyRow("array", "[]", "must be a JSON object");
+    bodyRow("text", "\"enableDS\"", "must be a JSON object");
+    bodyRow("number", "5", "must be a JSON object");
+    bodyRow("more than one", bytes(good) + "{}", "not valid JSON (at byte");
+    bodyRow("cut short", bytes(good).chopped(3), "unexpected end of input");
+    bodyRow("comma at the end", "{\"a\":1,}", "not valid JSON");
+    bodyRow("no UTF-8", bytes(good).replace("hi", "h\xff"), "ill-formed UTF-8");
+    bodyRow("no UTF-8 where nobody looks", bytes(good).replace(0, 1, "{\"x\":\"\xc3\x28\","), "not valid JSON");
+    bodyRow("number beyond all numbers", "{\"x\":1e999}", "not valid JSON");
+    bodyRow("nested too deeply", "{\"x\":" + QByteArray(2000, '[') + QByteArray(2000, ']') + '}', "nested too deeply");
+    bodyRow("first of two wrong members",
+            with(QJsonDocument::fromJson(without(good, "mediaList")).object(), "messages", 1),
+            "\"messages\" must be a list");
+    bodyRow("wrong entry behind a missing member",
+            with(QJsonDocument::fromJson(without(good, "mediaList")).object(), "messages", messages({1})),
+            "\"mediaList\" is missing");
+    bodyRow("list in a list", with(good, "messages", messages({messages({user})})),
+            "\"messages[0]\" must be an object");
+    bodyRow("first of two wrong entries", with(good, "messages", messages({user, 1, QJsonObject(), user})),
+            "\"messages[1]\" must be an object");
     bodyRow("no flag", without(good, "enableDS"), "\"enableDS\" is missing");
     bodyRow("flag as text", with(good, "enableNet", QStringLiteral("true")), "\"enableNet\" must be true or false");
     bodyRow("no messages", without(good, "messages"), "\"messages\" is missing");
@@ -258,14 +280,65 @@ void ServiceBodiesTest::noticesRepeatedMembers()
     QTEST(repeatsContainerKey(json), "repeats");
 }
 
+void ServiceBodiesTest::refusesRepeatedMembers_data()
+{
+    QTest::addColumn<QByteArray>("was");
+    QTest::addColumn<QByteArray>("is");
+    const auto row = [](const char *name, const char *was, const char *is) {
+        QTest::newRow(name) << QByteArray(was) << QByteArray(is);
+    };
+    row("list", "\"enableDS\"", "\"messages\":[],\"enableDS\"");
+    row("scalar", "\"enableDS\"", "\"enableDS\":true,\"enableDS\"");
+    row("with an escape", "\"enableDS\"", "\"enable\\u0044S\":true,\"enableDS\"");
+    row("in an entry", "\"id\"", "\"id\":\"x\",\"id\"");
+    row("in an entry, of another kind", "\"content\"", "\"content\":{},\"content\"");
+}
+
 void ServiceBodiesTest::refusesRepeatedMembers()
 {
+    QFETCH(QByteArray, was);
+    QFETCH(QByteArray, is);
     TextRequest request;
-    QByteArray body = bytes(textBody());
-    body.insert(body.lastIndexOf('}'), ",\"messages\":[]");
+    const QByteArray body = bytes(textBody()).replace(was, is);
     const ServiceError error = readTextRequest(body, {}, request);
     QCOMPARE(error.code, ErrorCode::BadRequest);
     QVERIFY2(error.message.contains(QStringLiteral("twice")), qPrintable(error.message));
+}
+
+void ServiceBodiesTest::ignoresOtherMembers()
+{
+    const QByteArray other = "\"other\":[1,{\"messages\":null,\"messages\":[{}]},[]],\"other\":{\"type\":5},\"\":null,";
+    QByteArray body = bytes(textBody());
+    body.insert(body.indexOf('{') + 1, other);
+    body.replace("\"id\"", other + "\"id\"");
+    body.replace("\"content\"", other + "\"content\"");
+    TextRequest request;
+    const ServiceError error = readTextRequest(body, {}, request);
+    QVERIFY2(!error, qPrintable(error.message));
+    QCOMPARE(request.messages.size(), 1);
+    QCOMPARE(request.messages[0].content, QStringLiteral("hi"));
+    QCOMPARE(request.mediaList.value(0).name, QStringLiteral("Harbour"));
+}
+
+// Lengths are those of the panel's texts, in which an emoji counts twice; a list may be as long as its limit.
+void ServiceBodiesTest::countsAsTheInterfaceDoes()
+{
+    BodyLimits limits;
+    limits.messageLength = 4;
+    limits.messages = 2;
+    const auto codeFor = [&limits](int count, const char *text) {
+        QJsonArray list;
+        for (int i = 0; i < count; ++i) {
+            list.append(
+                QJsonObject{{QStringLiteral("type"), false}, {QStringLiteral("content"), QString::fromUtf8(text)}});
+        }
+        TextRequest request;
+        return readTextRequest(with(textBody(), "messages", list), limits, request).message;
+    };
+    QCOMPARE(codeFor(2, "四个汉字"), QString());
+    QCOMPARE(codeFor(1, "😀😀"), QString());
+    QVERIFY(codeFor(1, "😀😀x").contains(QStringLiteral("longer than 4 characters")));
+    QVERIFY(codeFor(3, "x").contains(QStringLiteral("\"messages\" holds more than 2 entries")));
 }
 
 QTEST_GUILESS_MAIN(ServiceBodiesTest)

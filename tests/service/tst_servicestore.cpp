@@ -3,6 +3,7 @@
 
 #include <QtTest>
 
+#include <ctime>
 #include <future>
 
 using namespace tavro::assistantservice;
@@ -16,10 +17,10 @@ struct Fixture {
         : store(limits, [this] { return now; })
     { }
 
-    QString add(bool picture = false)
+    QString add(bool picture = false, qint64 bytes = 100)
     {
         QString id;
-        error = store.add(picture, id);
+        error = store.add(picture, bytes, id);
         return id;
     }
 
@@ -51,6 +52,29 @@ StoreLimits limitsWith(int unfinished, std::chrono::milliseconds work = 0ms)
     return limits;
 }
 
+// What so many requests cost, all of them unfinished at first and half of them forgotten at once, in nanoseconds of
+// this thread alone.
+qint64 processorTimeOf(int requests)
+{
+    StoreLimits limits = limitsWith(requests);
+    limits.finished = requests / 2;
+    RequestStore store(limits, [] { return RequestStore::TimePoint{1000s}; });
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return time.tv_sec * qint64(1000000000) + time.tv_nsec;
+    };
+    const qint64 start = now();
+    QVector<QString> ids(requests);
+    for (QString &id : ids) {
+        store.add(false, 0, id);
+    }
+    for (const QString &id : qAsConst(ids)) {
+        store.finishText(id, {});
+    }
+    return now() - start;
+}
+
 } // namespace
 
 class ServiceStoreTest : public QObject {
@@ -68,8 +92,16 @@ private Q_SLOTS:
     void aPictureBeyondTheMemoryIsAnError();
     void expiredPicturesGiveTheirMemoryBack();
     void forgetsTheOldestFinishedRequestBeyondTheCount();
+    void refusesBodiesThatTheMemoryDoesNotHold();
+    void theOldestAnswerMakesRoom();
+    void anAnswerBeyondTheMemoryIsAnError();
+    void heldResultsCountAsUnfinished();
+    void manyRequestsCostNoMoreEachThanFew();
+    void aDroppedRequestIsForgotten();
     void aFailedRequestTellsItsError();
     void thePoolRunsTasksAndStops();
+    void thePoolSurvivesATaskThatThrows();
+    void thePoolKeepsNothingOfATask();
 };
 
 void ServiceStoreTest::aRequestGoesFromWorkingToReady()
@@ -203,6 +235,99 @@ void ServiceStoreTest::forgetsTheOldestFinishedRequestBeyondTheCount()
     QCOMPARE(fixture.pollCode(ids[2]), ErrorCode::None);
 }
 
+void ServiceStoreTest::refusesBodiesThatTheMemoryDoesNotHold()
+{
+    StoreLimits limits = limitsWith(10);
+    limits.unfinishedBytes = 1000;
+    Fixture fixture(limits);
+    const QString large = fixture.add(false, 5000);
+    QVERIFY2(!large.isEmpty(), "a body that is alone is worked on, whatever its size");
+    QVERIFY(fixture.add(true, 1).isEmpty());
+    QCOMPARE(fixture.error.code, ErrorCode::Busy);
+    fixture.finish(large);
+    const QString half = fixture.add(false, 500);
+    QVERIFY(!fixture.add(false, 500).isEmpty());
+    QVERIFY(fixture.add(false, 1).isEmpty());
+    fixture.finish(half);
+    QVERIFY(!fixture.add(false, 500).isEmpty());
+}
+
+void ServiceStoreTest::theOldestAnswerMakesRoom()
+{
+    StoreLimits limits = limitsWith(10);
+    limits.answersBytes = 10000;
+    Fixture fixture(limits);
+    QStringList ids;
+    for (int i = 0; i < 4; ++i) {
+        ids.append(fixture.add());
+        fixture.store.finishText(ids.last(), {{}, QString(1500, QLatin1Char('x')), {}});
+    }
+    QCOMPARE(fixture.pollCode(ids[0]), ErrorCode::NotFound);
+    QCOMPARE(fixture.pollCode(ids[1]), ErrorCode::None);
+    QCOMPARE(fixture.store.poll(ids[3], false).answer.size(), 1500);
+}
+
+void ServiceStoreTest::anAnswerBeyondTheMemoryIsAnError()
+{
+    StoreLimits limits = limitsWith(10);
+    limits.answerBytes = 10000;
+    Fixture fixture(limits);
+    const QString text = fixture.add();
+    fixture.store.finishText(text, {{}, QString(5001, QLatin1Char('x')), {}});
+    QCOMPARE(fixture.pollCode(text), ErrorCode::TooLarge);
+    const QString commands = fixture.add();
+    QJsonArray array;
+    for (int i = 0; i < 1000; ++i) {
+        array.append(i);
+    }
+    fixture.store.finishText(commands, {{}, {}, array});
+    QCOMPARE(fixture.pollCode(commands), ErrorCode::TooLarge);
+    const QString picture = fixture.add(true);
+    PictureResult drawn;
+    drawn.bytes = QByteArray(10, 'x');
+    drawn.description = QString(5001, QLatin1Char('x'));
+    fixture.store.finishPicture(picture, drawn);
+    QCOMPARE(fixture.pollCode(picture, true), ErrorCode::TooLarge);
+    QCOMPARE(fixture.store.pictureBytes(), qint64(0));
+}
+
+void ServiceStoreTest::heldResultsCountAsUnfinished()
+{
+    Fixture fixture(limitsWith(2, 500ms));
+    fixture.finish(fixture.add());
+    fixture.now += 100ms;
+    fixture.finish(fixture.add());
+    QCOMPARE(fixture.store.unfinished(), 2);
+    QVERIFY(fixture.add().isEmpty());
+    fixture.now += 400ms;
+    QCOMPARE(fixture.store.unfinished(), 1);
+    QVERIFY(!fixture.add().isEmpty());
+}
+
+void ServiceStoreTest::manyRequestsCostNoMoreEachThanFew()
+{
+    constexpr int few = 1000;
+    constexpr int many = 20 * few;
+    const double times = double(processorTimeOf(many)) / double(processorTimeOf(few));
+    QVERIFY2(times < 100, qPrintable(QStringLiteral("20 times as many requests cost %1 times as much").arg(times)));
+}
+
+void ServiceStoreTest::aDroppedRequestIsForgotten()
+{
+    Fixture fixture(limitsWith(1, 500ms));
+    const QString id = fixture.add();
+    fixture.store.drop(id);
+    QCOMPARE(fixture.pollCode(id), ErrorCode::NotFound);
+    QCOMPARE(fixture.store.unfinished(), 0);
+    const QString held = fixture.add();
+    fixture.finish(held);
+    fixture.finish(held);
+    fixture.store.drop(held);
+    fixture.store.drop(held);
+    QCOMPARE(fixture.store.unfinished(), 0);
+    QVERIFY(!fixture.add().isEmpty());
+}
+
 void ServiceStoreTest::aFailedRequestTellsItsError()
 {
     Fixture fixture;
@@ -236,6 +361,30 @@ void ServiceStoreTest::thePoolRunsTasksAndStops()
     pool.post([&](const std::atomic<bool> &) { late = true; });
     pool.stop();
     QVERIFY(!late);
+}
+
+void ServiceStoreTest::thePoolSurvivesATaskThatThrows()
+{
+    WorkerPool pool(1);
+    pool.post([](const std::atomic<bool> &) { throw std::bad_alloc(); });
+    std::promise<void> ran;
+    pool.post([&](const std::atomic<bool> &) { ran.set_value(); });
+    QCOMPARE(ran.get_future().wait_for(30s), std::future_status::ready);
+}
+
+// A question holds a whole media library.
+void ServiceStoreTest::thePoolKeepsNothingOfATask()
+{
+    WorkerPool pool(1);
+    std::promise<void> gone;
+    {
+        std::shared_ptr<int> held(new int, [&gone](const int *number) {
+            delete number;
+            gone.set_value();
+        });
+        pool.post([held](const std::atomic<bool> &) {});
+    }
+    QCOMPARE(gone.get_future().wait_for(30s), std::future_status::ready);
 }
 
 QTEST_GUILESS_MAIN(ServiceStoreTest)

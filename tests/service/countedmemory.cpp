@@ -1,0 +1,126 @@
+#include "countedmemory.h"
+
+#include <atomic>
+#include <malloc.h>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace {
+
+std::atomic<qint64> inUse{0};
+std::atomic<qint64> highest{0};
+
+void add(size_t bytes)
+{
+    const qint64 now = inUse += static_cast<qint64>(bytes);
+    qint64 before = highest;
+    while (now > before && !highest.compare_exchange_weak(before, now)) { }
+}
+
+void subtract(size_t bytes)
+{
+    inUse -= static_cast<qint64>(bytes);
+}
+
+} // namespace
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+
+// A sanitizer has an allocator of its own, which tells of each call.
+namespace {
+
+void taken(const volatile void *, size_t bytes)
+{
+    add(bytes);
+}
+
+void given(const volatile void *block)
+{
+    subtract(__sanitizer_get_allocated_size(block));
+}
+
+const int installed = __sanitizer_install_malloc_and_free_hooks(&taken, &given);
+
+} // namespace
+
+#else
+
+// The program's own definitions hold for all libraries in it; the C library's stand behind these names.
+extern "C" {
+void *__libc_malloc(size_t size);
+void *__libc_calloc(size_t count, size_t size);
+void *__libc_realloc(void *block, size_t size);
+void *__libc_memalign(size_t alignment, size_t size);
+void __libc_free(void *block);
+
+void *malloc(size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): the names are the C library's
+{
+    void *const block = __libc_malloc(size);
+    add(malloc_usable_size(block));
+    return block;
+}
+
+void *calloc(size_t count, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+{
+    void *const block = __libc_calloc(count, size);
+    add(malloc_usable_size(block));
+    return block;
+}
+
+// While a block moves both the old and the new one are there.
+void *realloc(void *old, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+{
+    const size_t before = malloc_usable_size(old);
+    void *const block = __libc_realloc(old, size);
+    if (block != nullptr || size == 0) {
+        add(malloc_usable_size(block));
+        subtract(before);
+    }
+    return block;
+}
+
+void *memalign(size_t alignment, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+{
+    void *const block = __libc_memalign(alignment, size);
+    add(malloc_usable_size(block));
+    return block;
+}
+
+void *aligned_alloc(size_t alignment,
+                    size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+{
+    return memalign(alignment, size);
+}
+
+int posix_memalign(void **block, size_t alignment, size_t size) // NOLINT: as above
+{
+    *block = memalign(alignment, size);
+    return *block != nullptr ? 0 : 12;
+}
+
+void free(void *block) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+{
+    subtract(malloc_usable_size(block));
+    __libc_free(block);
+}
+}
+
+#endif
+
+CountedMemory::CountedMemory()
+    : m_atStart(inUse)
+{
+    highest = m_atStart;
+}
+
+qint64 CountedMemory::held() const
+{
+    return inUse - m_atStart;
+}
+
+qint64 CountedMemory::peak() const
+{
+    return highest - m_atStart;
+}
