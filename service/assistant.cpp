@@ -35,7 +35,7 @@ ServiceError engineFailure()
 
 // An engine that throws must cost one answer and not the service.
 template <typename Result, typename Work>
-Result guarded(Work work)
+Result resultOf(Work work)
 {
     try {
         return work();
@@ -46,18 +46,11 @@ Result guarded(Work work)
     }
 }
 
-// So must a request that there is no memory for.
-template <typename Work>
-Reply guardedReply(Work work)
+Reply outOfMemoryReply()
 {
-    try {
-        return work();
-    } catch (const std::bad_alloc &) {
-        serviceLog().error("event=out-of-memory");
-        return errorReply(
-            {ErrorCode::EngineFailed,
-             QStringLiteral("The assistant service has not enough memory for this. Please try again in a moment.")});
-    }
+    return errorReply(
+        {ErrorCode::EngineFailed,
+         QStringLiteral("The assistant service has not enough memory for this. Please try again in a moment.")});
 }
 
 } // namespace
@@ -65,23 +58,36 @@ Reply guardedReply(Work work)
 Assistant::Assistant(AssistantSettings settings, std::unique_ptr<Engine> engine)
     : m_settings(std::move(settings))
     , m_engine(std::move(engine))
+    , m_outOfMemory(outOfMemoryReply())
     , m_store(m_settings.storeLimits)
     , m_workers(m_settings.workers)
 { }
 
 Reply Assistant::generateText(const Caller &caller, const QByteArray &body)
 {
-    return guardedReply([&] { return readTextQuestion(caller, body); });
+    return guarded(&Assistant::readTextQuestion, caller, body);
 }
 
 Reply Assistant::generatePicture(const Caller &caller, const QByteArray &body)
 {
-    return guardedReply([&] { return readPictureWish(caller, body); });
+    return guarded(&Assistant::readPictureWish, caller, body);
 }
 
 Reply Assistant::pollResult(const Caller &caller, const QByteArray &body)
 {
-    return guardedReply([&] { return readPoll(caller, body); });
+    return guarded(&Assistant::readPoll, caller, body);
+}
+
+// A request that there is no memory for must cost one answer and not the service. There may be none for the answer
+// either, so it is there already.
+Reply Assistant::guarded(Endpoint endpoint, const Caller &caller, const QByteArray &body)
+{
+    try {
+        return (this->*endpoint)(caller, body);
+    } catch (const std::bad_alloc &) {
+        serviceLog().error("event=out-of-memory");
+        return m_outOfMemory;
+    }
 }
 
 // Reading takes several times the memory of the body, so the large ones are read one after the other.
@@ -106,7 +112,7 @@ Reply Assistant::readTextQuestion(const Caller &caller, const QByteArray &body)
         return errorReply(error);
     }
     start(id, [this, id, request](const std::atomic<bool> &cancelled) {
-        m_store.finishText(id, guarded<TextResult>([&] { return m_engine->answer(request, cancelled); }));
+        m_store.finishText(id, resultOf<TextResult>([&] { return m_engine->answer(request, cancelled); }));
     });
     return acceptedReply(id);
 }
@@ -126,7 +132,7 @@ Reply Assistant::readPictureWish(const Caller &caller, const QByteArray &body)
         return errorReply(error);
     }
     start(id, [this, id, request](const std::atomic<bool> &cancelled) {
-        m_store.finishPicture(id, guarded<PictureResult>([&] { return m_engine->draw(request, cancelled); }));
+        m_store.finishPicture(id, resultOf<PictureResult>([&] { return m_engine->draw(request, cancelled); }));
     });
     return acceptedReply(id);
 }

@@ -51,6 +51,9 @@ private:
     /// A task that gives a request its result.
     using Work = std::function<void(const std::atomic<bool> &cancelled)>;
 
+    using Endpoint = Reply (Assistant::*)(const Caller &, const QByteArray &);
+
+    Reply guarded(Endpoint endpoint, const Caller &caller, const QByteArray &body);
     Reply readTextQuestion(const Caller &caller, const QByteArray &body);
     Reply readPictureWish(const Caller &caller, const QByteArray &body);
     Reply readPoll(const Caller &caller, const QByteArray &body);
@@ -61,6 +64,7 @@ private:
 
     const AssistantSettings m_settings;
     const std::unique_ptr<Engine> m_engine;
+    const Reply m_outOfMemory;
     QString m_ownUrl;
     std::mutex m_largeBodies;
     RequestStore m_store;

@@ -1,3 +1,4 @@
+#include "linewriting.h"
 #include "openai/openaiengine.h"
 #include "options.h"
 #include "servicelog.h"
@@ -8,6 +9,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <exception>
+#include <new>
 #include <thread>
 #include <unistd.h>
 
@@ -15,10 +18,17 @@ using namespace tavro::assistantservice;
 
 namespace {
 
+// Waits until it is read: for a text with which the program ends.
 void print(FILE *file, const QString &text)
 {
     std::fputs(text.toUtf8().constData(), file);
     std::fflush(file);
+}
+
+void printLine(int descriptor, const QString &line)
+{
+    const QByteArray bytes = line.toUtf8();
+    writeWithoutWaiting(descriptor, bytes.constData(), static_cast<size_t>(bytes.size()));
 }
 
 QString whyNotListening(int error)
@@ -63,7 +73,7 @@ bool settleToken(Options &options)
         return false;
     }
     if (kept.isNew) {
-        print(stderr, newTokenText(kept, options.tokenFile, !isJournal(STDERR_FILENO)));
+        printLine(STDERR_FILENO, newTokenText(kept, options.tokenFile, !isJournal(STDERR_FILENO)));
     }
     options.assistant.token = kept.token;
     return true;
@@ -85,7 +95,7 @@ int run(const Options &options)
     assistant.setOwnUrl(url);
     warnWithoutToken(options);
     std::thread serving([&server] { server.serve(); });
-    print(stdout, QStringLiteral("assistantservice listening on %1\n").arg(url));
+    printLine(STDOUT_FILENO, QStringLiteral("assistantservice listening on %1\n").arg(url));
     const int signal = waitForStopSignal();
     serviceLog().info("event=stopping signal={}", signal);
     assistant.stop();
@@ -94,12 +104,8 @@ int run(const Options &options)
     return 0;
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int readOptionsAndRun(int argc, char *argv[])
 {
-    // A signal that comes early waits, so that it ends the service like any other.
-    holdStopSignals();
     const QCoreApplication application(argc, argv);
     OptionsResult result = readOptions(QCoreApplication::arguments(), readEnvironment());
     if (!result.run) {
@@ -108,4 +114,21 @@ int main(int argc, char *argv[])
     }
     setLogLevel(result.options.logLevel);
     return settleToken(result.options) ? run(result.options) : 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // A signal that comes early waits, so that it ends the service like any other.
+    holdStopSignals();
+    try {
+        return readOptionsAndRun(argc, argv);
+    } catch (const std::bad_alloc &) {
+        std::fputs("assistantservice cannot run: there is not enough memory for it.\n", stderr);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "assistantservice cannot run: %s. The system may have no threads or files left for it.\n",
+                     error.what());
+    }
+    return 1;
 }

@@ -1,6 +1,8 @@
 #include "servicelog.h"
 
-#include <spdlog/sinks/stdout_sinks.h>
+#include "linesink.h"
+
+#include <unistd.h>
 
 namespace tavro::assistantservice {
 
@@ -8,10 +10,8 @@ namespace {
 
 std::shared_ptr<spdlog::logger> makeLogger()
 {
-    auto logger =
-        std::make_shared<spdlog::logger>("assistantservice", std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    auto logger = std::make_shared<spdlog::logger>("assistantservice", std::make_shared<LineSink>(STDERR_FILENO));
     logger->set_pattern("time=%Y-%m-%dT%H:%M:%S.%e%z level=%l %v");
-    logger->flush_on(spdlog::level::trace);
     return logger;
 }
 

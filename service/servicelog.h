@@ -8,7 +8,7 @@ namespace tavro::assistantservice {
 
 /// The names that setLogLevel() takes.
 QStringList logLevels();
-/// One line per event on standard error, as "key=value" pairs.
+/// One line per event on standard error, as "key=value" pairs. Where nobody reads them lines are dropped and counted.
 spdlog::logger &serviceLog();
 /// False where there is no such level.
 bool setLogLevel(const QString &level);

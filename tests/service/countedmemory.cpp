@@ -1,6 +1,7 @@
 #include "countedmemory.h"
 
 #include <atomic>
+#include <limits>
 #include <malloc.h>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -11,6 +12,7 @@ namespace {
 
 std::atomic<qint64> inUse{0};
 std::atomic<qint64> highest{0};
+std::atomic<qint64> mostAllowed{std::numeric_limits<qint64>::max()};
 
 void add(size_t bytes)
 {
@@ -47,6 +49,15 @@ const int installed = __sanitizer_install_malloc_and_free_hooks(&taken, &given);
 
 #else
 
+namespace {
+
+bool isThere(size_t bytes)
+{
+    return inUse + static_cast<qint64>(bytes) <= mostAllowed;
+}
+
+} // namespace
+
 // The program's own definitions hold for all libraries in it; the C library's stand behind these names.
 extern "C" {
 void *__libc_malloc(size_t size);
@@ -57,14 +68,14 @@ void __libc_free(void *block);
 
 void *malloc(size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): the names are the C library's
 {
-    void *const block = __libc_malloc(size);
+    void *const block = isThere(size) ? __libc_malloc(size) : nullptr;
     add(malloc_usable_size(block));
     return block;
 }
 
 void *calloc(size_t count, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
 {
-    void *const block = __libc_calloc(count, size);
+    void *const block = isThere(count * size) ? __libc_calloc(count, size) : nullptr;
     add(malloc_usable_size(block));
     return block;
 }
@@ -73,7 +84,7 @@ void *calloc(size_t count, size_t size) // NOLINT(readability-inconsistent-decla
 void *realloc(void *old, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
 {
     const size_t before = malloc_usable_size(old);
-    void *const block = __libc_realloc(old, size);
+    void *const block = isThere(size) ? __libc_realloc(old, size) : nullptr;
     if (block != nullptr || size == 0) {
         add(malloc_usable_size(block));
         subtract(before);
@@ -113,6 +124,21 @@ CountedMemory::CountedMemory()
     : m_atStart(inUse)
 {
     highest = m_atStart;
+}
+
+CountedMemory::~CountedMemory()
+{
+    mostAllowed = std::numeric_limits<qint64>::max();
+}
+
+bool CountedMemory::limit(qint64 bytes)
+{
+    mostAllowed = m_atStart + bytes;
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return false;
+#else
+    return true;
+#endif
 }
 
 qint64 CountedMemory::held() const

@@ -2,7 +2,11 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -39,7 +43,7 @@ bool ServiceProcess::startEverywhere(const QStringList &options)
 
 bool ServiceProcess::startAt(const QString &host, const QStringList &options)
 {
-    m_process.setArguments(QStringList{QStringLiteral("--listen"), host + QStringLiteral(":0")} + options);
+    m_process.setArguments(m_prefix + QStringList{QStringLiteral("--listen"), host + QStringLiteral(":0")} + options);
     m_process.start();
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead(patienceMs)) {
@@ -53,9 +57,58 @@ bool ServiceProcess::startAt(const QString &host, const QStringList &options)
 
 int ServiceProcess::runToEnd(const QStringList &arguments)
 {
-    m_process.setArguments(arguments);
+    m_process.setArguments(m_prefix + arguments);
     m_process.start();
     return exitCode();
+}
+
+void ServiceProcess::limitAddressSpace(qint64 bytes)
+{
+    m_prefix = QStringList{QStringLiteral("--as=%1").arg(bytes), m_process.program()};
+    m_process.setProgram(QStringLiteral("prlimit"));
+}
+
+bool ServiceProcess::makePipe()
+{
+    m_pipe.setFileName(m_folder.filePath(QStringLiteral("pipe")));
+    const QByteArray name = QFile::encodeName(m_pipe.fileName());
+    // Open for both, so that neither end waits for the other.
+    const int descriptor = ::mkfifo(name.constData(), 0600) == 0 ? ::open(name.constData(), O_RDWR | O_NONBLOCK) : -1;
+    return descriptor >= 0 && m_pipe.open(descriptor, QFile::ReadWrite | QFile::Unbuffered, QFile::AutoCloseHandle);
+}
+
+bool ServiceProcess::logIntoPipe()
+{
+    m_process.setStandardErrorFile(m_folder.filePath(QStringLiteral("pipe")));
+    return makePipe();
+}
+
+bool ServiceProcess::startIntoAFullPipe()
+{
+    m_process.setStandardOutputFile(m_folder.filePath(QStringLiteral("pipe")));
+    const bool made = makePipe();
+    const QByteArray page(4096, 'x');
+    while (::write(m_pipe.handle(), page.constData(), 4096) > 0) { }
+    m_process.setArguments({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
+    // It inherits the mask: a signal that comes before it has one of its own waits too.
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    m_process.start();
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    return made && m_process.waitForStarted(patienceMs);
+}
+
+QByteArray ServiceProcess::readLog()
+{
+    QByteArray log;
+    for (QByteArray part(4096, 0); part.size() > 0;) {
+        const ssize_t count = ::read(m_pipe.handle(), part.data(), 4096);
+        part.truncate(static_cast<int>(std::max<ssize_t>(count, 0)));
+        log += part;
+    }
+    return log;
 }
 
 void ServiceProcess::setEnvironment(const QString &name, const QString &value)

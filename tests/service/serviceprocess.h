@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -14,8 +15,16 @@ public:
     bool start(const QStringList &options = {});
     /// The same, but open to other machines too.
     bool startEverywhere(const QStringList &options = {});
+    /// Starts it with a full pipe for its standard output. SIGTERM ends it as soon as it serves, also where it comes
+    /// early.
+    bool startIntoAFullPipe();
     /// Starts it with exactly these arguments and waits for its end.
     int runToEnd(const QStringList &arguments);
+    /// Before it is started: how much it may have.
+    void limitAddressSpace(qint64 bytes);
+    /// Before it is started: its log goes into a pipe that nobody reads but readLog().
+    bool logIntoPipe();
+    QByteArray readLog();
     void setEnvironment(const QString &name, const QString &value);
     void signal(int number);
     /// Waits for its end; -1 where it does not come or was not a normal one.
@@ -24,14 +33,18 @@ public:
     int port() const { return m_port; }
     QUrl url(const QString &path) const;
     QByteArray standardError();
+    QByteArray standardOutput() { return m_process.readAllStandardOutput(); }
     /// A file in the folder that the service keeps its own files in.
     QString stateFile(const QString &name) const;
 
 private:
+    bool makePipe();
     bool startAt(const QString &host, const QStringList &options);
     QString logFile() const;
 
     QTemporaryDir m_folder;
     QProcess m_process;
+    QStringList m_prefix;
+    QFile m_pipe;
     int m_port = 0;
 };

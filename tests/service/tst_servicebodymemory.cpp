@@ -1,5 +1,8 @@
+#include "assistant.h"
+#include "builtin/builtinengine.h"
 #include "countedmemory.h"
 #include "requestbodies.h"
+#include "servicelog.h"
 
 #include <QtTest>
 
@@ -81,6 +84,8 @@ private Q_SLOTS:
     void staysBelowTwentyTimesTheBody_data();
     void staysBelowTwentyTimesTheBody();
     void isGivenBack();
+    void aRequestWithoutMemoryIsAnErrorAndNoMore_data();
+    void aRequestWithoutMemoryIsAnErrorAndNoMore();
 };
 
 void ServiceBodyMemoryTest::staysBelowTwentyTimesTheBody_data()
@@ -91,10 +96,10 @@ void ServiceBodyMemoryTest::staysBelowTwentyTimesTheBody_data()
     }
     row("the longest media list", 0, mediaList(200000, "{\"id\":\"a\",\"name\":\"b\"}"));
     row("the longest media list of empty texts", 0, mediaList(200000, "{\"id\":\"\",\"name\":\"\"}"));
-    row("a media list of long names", 0, mediaList(7000, "{\"id\":\"a\",\"name\":\"" + QByteArray(4096, 'b') + "\"}"));
+    row("a media list of long names", 0, mediaList(500, "{\"id\":\"a\",\"name\":\"" + QByteArray(4096, 'b') + "\"}"));
     row("the longest conversation", 0, messages(10000, "{\"type\":false,\"content\":\"\"}"));
     row("a conversation of long messages", 0,
-        messages(300, "{\"type\":false,\"content\":\"" + QByteArray(100000, 'x') + "\"}"));
+        messages(20, "{\"type\":false,\"content\":\"" + QByteArray(100000, 'x') + "\"}"));
 }
 
 void ServiceBodyMemoryTest::staysBelowTwentyTimesTheBody()
@@ -119,6 +124,35 @@ void ServiceBodyMemoryTest::isGivenBack()
         readTextRequest(filled(sizes[1], "{", "\"messages\":[{}],", "\"b\":0}"), {}, request);
     }
     QVERIFY2(memory.held() < 4096, qPrintable(QString::number(memory.held())));
+}
+
+void ServiceBodyMemoryTest::aRequestWithoutMemoryIsAnErrorAndNoMore_data()
+{
+    QTest::addColumn<qint64>("limit");
+    for (const qint64 kilobytes : {1, 4, 16, 64, 256, 1024, 4096}) {
+        QTest::addRow("%lld kB", kilobytes) << kilobytes * 1024;
+    }
+}
+
+// Wherever the memory ends: while the body is read, when the task is made, or in the worker.
+void ServiceBodyMemoryTest::aRequestWithoutMemoryIsAnErrorAndNoMore()
+{
+    QFETCH(qint64, limit);
+    QVERIFY(setLogLevel(QStringLiteral("off"))); // as at the program's start: makes the log
+    Assistant assistant({}, std::make_unique<BuiltinEngine>());
+    const QByteArray body = mediaList(5000, "{\"id\":\"a\",\"name\":\"b\"}");
+    int code = 0;
+    {
+        CountedMemory memory;
+        if (!memory.limit(limit)) {
+            QSKIP("a sanitizer's allocator cannot be limited");
+        }
+        code = assistant.generateText({}, body).code;
+    }
+    QVERIFY2(code == 0 || code == 500, qPrintable(QString::number(code)));
+    QVERIFY(code == 500 || limit > 256 * 1024);
+    QTRY_VERIFY(assistant.health().body.contains("\"unfinished\":0"));
+    QCOMPARE(assistant.generateText({}, body).code, 0);
 }
 
 QTEST_GUILESS_MAIN(ServiceBodyMemoryTest)
