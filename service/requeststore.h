@@ -28,7 +28,7 @@ struct StoreLimits {
     qint64 answersBytes = qint64(64) * 1024 * 1024;
     qint64 answerBytes = qint64(4) * 1024 * 1024;
     /// Of the bodies of all unfinished requests; one more is refused, unless it is the only one.
-    qint64 unfinishedBytes = qint64(128) * 1024 * 1024;
+    qint64 unfinishedBytes = qint64(64) * 1024 * 1024;
 };
 
 /// What a poll finds. `pictureId` is set for a picture alone.
