@@ -90,19 +90,11 @@ Reply Assistant::guarded(Endpoint endpoint, const Caller &caller, const QByteArr
     }
 }
 
-// Reading takes several times the memory of the body, so the large ones are read one after the other.
-std::unique_lock<std::mutex> Assistant::turnFor(const QByteArray &body)
-{
-    constexpr int large = 256 * 1024;
-    return body.size() < large ? std::unique_lock<std::mutex>() : std::unique_lock<std::mutex>(m_largeBodies);
-}
-
 Reply Assistant::readTextQuestion(const Caller &caller, const QByteArray &body)
 {
     if (const ServiceError error = checkToken(caller)) {
         return errorReply(error);
     }
-    const std::unique_lock<std::mutex> turn = turnFor(body);
     TextRequest request;
     if (const ServiceError error = readTextRequest(body, m_settings.bodyLimits, request)) {
         return errorReply(error);
@@ -122,7 +114,6 @@ Reply Assistant::readPictureWish(const Caller &caller, const QByteArray &body)
     if (const ServiceError error = checkToken(caller)) {
         return errorReply(error);
     }
-    const std::unique_lock<std::mutex> turn = turnFor(body);
     PictureRequest request;
     if (const ServiceError error = readPictureRequest(body, m_settings.bodyLimits, request)) {
         return errorReply(error);
@@ -158,7 +149,6 @@ Reply Assistant::readPoll(const Caller &caller, const QByteArray &body)
     if (const ServiceError error = checkToken(caller)) {
         return errorReply(error);
     }
-    const std::unique_lock<std::mutex> turn = turnFor(body);
     PollRequest request;
     if (const ServiceError error = readPollRequest(body, request)) {
         return errorReply(error);
@@ -178,13 +168,13 @@ Reply Assistant::readPoll(const Caller &caller, const QByteArray &body)
 
 Reply Assistant::picture(const QString &pictureId)
 {
-    const std::optional<StoredPicture> found = m_store.picture(pictureId);
+    const std::shared_ptr<const StoredPicture> found = m_store.picture(pictureId);
     if (!found) {
         return httpErrorReply({ErrorCode::NotFound, QStringLiteral("There is no such picture (any more).")});
     }
     Reply reply;
     reply.contentType = found->mediaType;
-    reply.body = found->bytes;
+    reply.picture = found;
     return reply;
 }
 

@@ -5,7 +5,6 @@
 #include "workerpool.h"
 
 #include <memory>
-#include <mutex>
 
 namespace tavro::assistantservice {
 
@@ -57,7 +56,6 @@ private:
     Reply readTextQuestion(const Caller &caller, const QByteArray &body);
     Reply readPictureWish(const Caller &caller, const QByteArray &body);
     Reply readPoll(const Caller &caller, const QByteArray &body);
-    std::unique_lock<std::mutex> turnFor(const QByteArray &body);
     ServiceError admit(bool picture, const QByteArray &body, QString &requestId);
     void start(const QString &requestId, const Work &work);
     QString pictureAddress(const Caller &caller, const QString &pictureId) const;
@@ -66,7 +64,6 @@ private:
     const std::unique_ptr<Engine> m_engine;
     const Reply m_outOfMemory;
     QString m_ownUrl;
-    std::mutex m_largeBodies;
     RequestStore m_store;
     std::atomic<bool> m_stopping{false};
     WorkerPool m_workers;

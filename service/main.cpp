@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <exception>
 #include <new>
-#include <thread>
 #include <unistd.h>
 
 using namespace tavro::assistantservice;
@@ -83,7 +82,6 @@ int run(const Options &options)
 {
     Assistant assistant(options.assistant, makeEngine(options));
     HttpServer server(options.http, assistant);
-    errno = 0;
     const int port = server.bind(options.listen.host.toStdString(), options.listen.port);
     if (port == 0) {
         print(stderr,
@@ -94,13 +92,15 @@ int run(const Options &options)
     const QString url = httpUrl(options.listen.host, port);
     assistant.setOwnUrl(url);
     warnWithoutToken(options);
-    std::thread serving([&server] { server.serve(); });
+    if (!server.start(CallerRules(options.names))) {
+        printLine(STDERR_FILENO, QStringLiteral("assistantservice cannot start: %1.\n").arg(qt_error_string(errno)));
+        return 1;
+    }
     printLine(STDOUT_FILENO, QStringLiteral("assistantservice listening on %1\n").arg(url));
     const int signal = waitForStopSignal();
     serviceLog().info("event=stopping signal={}", signal);
     assistant.stop();
     server.stop();
-    serving.join();
     return 0;
 }
 

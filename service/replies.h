@@ -9,6 +9,8 @@ struct Reply {
     int status = 200;
     QByteArray contentType = QByteArrayLiteral("application/json");
     QByteArray body;
+    /// Set: the body is this picture, in place of `body`.
+    std::shared_ptr<const StoredPicture> picture;
     /// For the log: the "code" of a JSON reply, and the request that it is about.
     int code = 0;
     QString requestId;

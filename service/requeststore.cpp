@@ -110,7 +110,7 @@ void RequestStore::keepPicture(const QString &id, Entry &entry, const PictureRes
     }
     releasePicturesBeyond(m_limits.pictureBytes - size);
     entry.result.pictureId = newId();
-    entry.stored = {result.bytes, result.mediaType};
+    entry.stored = std::make_shared<StoredPicture>(StoredPicture{result.bytes, result.mediaType});
     entry.pictureNumber = m_pictures.add(id, size);
     m_requestOfPicture.insert(entry.result.pictureId, id);
 }
@@ -163,13 +163,13 @@ PollResult RequestStore::poll(const QString &id, bool picture)
     return result;
 }
 
-std::optional<StoredPicture> RequestStore::picture(const QString &pictureId)
+std::shared_ptr<const StoredPicture> RequestStore::picture(const QString &pictureId)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     removeExpired();
     const auto entry = m_entries.constFind(m_requestOfPicture.value(pictureId));
     if (entry == m_entries.constEnd() || isExpired(*entry)) {
-        return std::nullopt;
+        return nullptr;
     }
     return entry->stored;
 }
@@ -246,7 +246,7 @@ void RequestStore::releasePicture(Entry &entry)
 {
     m_requestOfPicture.remove(entry.result.pictureId);
     m_pictures.remove(entry.pictureNumber);
-    entry.stored = {};
+    entry.stored.reset();
 }
 
 void RequestStore::releasePicturesBeyond(qint64 bytes)

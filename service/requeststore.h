@@ -7,8 +7,8 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <mutex>
-#include <optional>
 #include <set>
 
 namespace tavro::assistantservice {
@@ -64,7 +64,9 @@ public:
 
     /// A finished request may be polled as often as wanted while it is kept.
     PollResult poll(const QString &id, bool picture);
-    std::optional<StoredPicture> picture(const QString &pictureId);
+    /// Null where there is none (any more). The store alone is to keep the picture: hold it no longer than a moment, or
+    /// weakly.
+    std::shared_ptr<const StoredPicture> picture(const QString &pictureId);
 
     qint64 pictureBytes() const;
     int unfinished();
@@ -79,7 +81,7 @@ private:
         AgeOrder::Number finishNumber = 0;
         AgeOrder::Number pictureNumber = 0;
         PollResult result;
-        StoredPicture stored;
+        std::shared_ptr<const StoredPicture> stored;
     };
 
     bool isReady(const Entry &entry) const;

@@ -17,6 +17,7 @@ enum class ErrorCode {
     Expired = 410,
     TooLarge = 413,
     WrongMediaType = 415,
+    WrongRange = 416,
     WrongHost = 421,
     Busy = 429,
     EngineFailed = 500,

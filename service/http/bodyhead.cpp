@@ -1,6 +1,8 @@
 #include "http/bodyhead.h"
 
-#include <strings.h>
+#include "http/httphead.h"
+
+#include <algorithm>
 
 namespace tavro::assistantservice {
 
@@ -15,6 +17,19 @@ ServiceError unclearLength()
             QStringLiteral("The request must say how long it is: by one Content-Length or in chunks.")};
 }
 
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// "Content-Length : 5" is a length to some readers and an unknown header to others.
+bool hasUnclearName(const HttpHead &head)
+{
+    return std::any_of(head.headers.begin(), head.headers.end(), [](const auto &header) {
+        return std::any_of(header.first.begin(), header.first.end(), [](char c) { return c <= ' ' || c > '~'; });
+    });
+}
+
 } // namespace
 
 ServiceError bodyTooLarge(qint64 limit)
@@ -25,23 +40,21 @@ ServiceError bodyTooLarge(qint64 limit)
                 .arg(limit)};
 }
 
-ServiceError checkBodyHead(const httplib::Request &request, qint64 limit)
+ServiceError checkBodyHead(const HttpHead &head, qint64 limit)
 {
-    const size_t lengths = request.get_header_value_count(lengthKey);
-    const size_t encodings = request.get_header_value_count(encodingKey);
-    if (lengths + encodings != 1) {
+    const int encodings = head.count(encodingKey);
+    if (head.count(lengthKey) + encodings != 1 || hasUnclearName(head)) {
         return unclearLength();
     }
     if (encodings == 1) {
-        const bool chunked = ::strcasecmp(request.get_header_value(encodingKey).c_str(), "chunked") == 0;
-        return chunked ? ServiceError() : unclearLength();
+        return head.value(encodingKey).toLower() == "chunked" ? ServiceError() : unclearLength();
     }
-    const std::string text = request.get_header_value(lengthKey);
-    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos) {
+    const QByteArray text = head.value(lengthKey);
+    if (text.isEmpty() || !std::all_of(text.begin(), text.end(), isDigit)) {
         return unclearLength();
     }
     bool fits = false;
-    const qint64 length = QByteArray::fromStdString(text).toLongLong(&fits);
+    const qint64 length = text.toLongLong(&fits);
     return fits && length <= limit ? ServiceError() : bodyTooLarge(limit);
 }
 

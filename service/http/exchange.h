@@ -1,32 +1,29 @@
 #pragma once
 
+#include "http/bodybudget.h"
+#include "http/httphead.h"
 #include "replies.h"
 
-#include <httplib.h>
-
 #include <chrono>
+#include <optional>
 
 namespace tavro::assistantservice {
 
-class ClientStream;
-
-/// The request that this thread is answering. httplib hands its handlers neither the stream nor a place for own data.
+/// One request, from its head until its reply is out.
 struct Exchange {
-    ClientStream *stream = nullptr;
-    std::chrono::steady_clock::time_point start;
-    int code = 0;
-    QString requestId;
-    qint64 received = 0;
+    HttpHead head;
+    /// Set where the body counts.
+    std::optional<RequestBody> body;
+    /// Set once the service knows what to answer.
+    std::optional<Reply> reply;
+    /// Bytes of the reply's body.
+    qint64 sent = 0;
+    /// The rest of the request is not read.
     bool closeAfterwards = false;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 };
 
-Exchange &startExchange(ClientStream &stream);
-Exchange &currentExchange();
-
-/// Makes `reply` the answer of the current exchange.
-void setReply(httplib::Response &response, const Reply &reply);
-
 /// Writes the one log line of an exchange.
-void logExchange(const httplib::Request &request, const httplib::Response &response);
+void logExchange(const Exchange &exchange);
 
 } // namespace tavro::assistantservice

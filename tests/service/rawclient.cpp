@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int patienceMs = 30000;
+constexpr qint64 readBufferSize = 65536;
 const QByteArray headEnd = QByteArrayLiteral("\r\n\r\n");
 
 int contentLength(const QByteArray &reply)
@@ -23,6 +24,8 @@ bool isWhole(const QByteArray &reply)
 
 RawClient::RawClient(int port)
 {
+    // What a test does not read stays on its way, as it does for a slow client.
+    m_socket.setReadBufferSize(readBufferSize);
     m_socket.connectToHost(QStringLiteral("127.0.0.1"), static_cast<quint16>(port));
     m_socket.waitForConnected(patienceMs);
 }
@@ -40,6 +43,20 @@ QByteArray RawClient::readReply()
         reply += m_socket.readAll();
     }
     return isWhole(reply) ? reply : QByteArray();
+}
+
+bool RawClient::waitForBytes()
+{
+    return m_socket.bytesAvailable() > 0 || m_socket.waitForReadyRead(patienceMs);
+}
+
+QByteArray RawClient::readAll()
+{
+    QByteArray bytes;
+    do {
+        bytes += m_socket.readAll();
+    } while (m_socket.waitForReadyRead(patienceMs));
+    return bytes;
 }
 
 bool RawClient::waitForClose()

@@ -9,8 +9,13 @@ public:
     explicit RawClient(int port);
 
     void send(const QByteArray &bytes);
+    bool isOpen() const { return m_socket.state() == QAbstractSocket::ConnectedState; }
     /// One whole reply, head and body. Empty where the connection ends without one.
     QByteArray readReply();
+    /// Waits for bytes and leaves them where they are.
+    bool waitForBytes();
+    /// All bytes until the connection ends.
+    QByteArray readAll();
     /// Everything until the service closes the connection; false where it does not.
     bool waitForClose();
 

@@ -45,7 +45,11 @@ QString firstAnswerOf(const QJsonObject &reply)
 }
 
 ServiceClient::ServiceClient(const ServiceProcess &service, const QByteArray &headers)
-    : m_raw(service.port())
+    : ServiceClient(service.port(), headers)
+{ }
+
+ServiceClient::ServiceClient(int port, const QByteArray &headers)
+    : m_raw(port)
     , m_headers(headers)
 { }
 

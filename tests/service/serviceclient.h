@@ -33,6 +33,7 @@ class ServiceClient {
 public:
     /// @p headers: whole header lines that each post carries.
     explicit ServiceClient(const ServiceProcess &service, const QByteArray &headers = {});
+    explicit ServiceClient(int port, const QByteArray &headers = {});
 
     QJsonObject post(const QByteArray &path, const QByteArray &body);
     QByteArray get(const QByteArray &path);

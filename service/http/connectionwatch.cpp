@@ -1,0 +1,177 @@
+#include "http/connectionwatch.h"
+
+#include <algorithm>
+#include <sys/socket.h>
+
+namespace tavro::assistantservice {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr size_t leastBytesPerMillisecond = 64;
+constexpr milliseconds graceWhenStopping{1000};
+constexpr milliseconds lookInterval{200};
+// Who has just connected is about to ask, as a rule, and a body comes without a break.
+constexpr milliseconds newcomersTime{250};
+constexpr milliseconds bodysTime{2000};
+
+} // namespace
+
+ConnectionWatch::ConnectionWatch(const Limits &limits)
+    : m_limits(limits)
+    , m_thread([this] { watch(); })
+{ }
+
+ConnectionWatch::~ConnectionWatch()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_over = true;
+    }
+    m_changed.notify_all();
+    m_thread.join();
+}
+
+ConnectionWatch::Id ConnectionWatch::add(int descriptor)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const Clock::time_point now = Clock::now();
+    if (m_connections.size() >= m_limits.many) {
+        makeRoom(now);
+    }
+    Connection connection;
+    connection.descriptor = descriptor;
+    connection.since = now;
+    connection.deadline = deadlineOf(Phase::New, now);
+    if (m_stopping) {
+        end(connection);
+    }
+    m_connections.emplace(++m_lastId, connection);
+    if (m_connections.size() == 1) {
+        m_changed.notify_all();
+    }
+    return m_lastId;
+}
+
+void ConnectionWatch::remove(Id id)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_connections.erase(id);
+    if (m_connections.empty()) {
+        m_none.notify_all();
+    }
+}
+
+void ConnectionWatch::enter(Id id, Phase phase)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto found = m_connections.find(id);
+    if (found == m_connections.end()) {
+        return;
+    }
+    found->second.phase = phase;
+    found->second.since = Clock::now();
+    found->second.deadline = deadlineOf(phase, found->second.since);
+    if (m_stopping && waitsForRequest(found->second)) {
+        end(found->second);
+    }
+}
+
+void ConnectionWatch::countBytes(Id id, size_t size)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto found = m_connections.find(id);
+    if (found != m_connections.end() && found->second.phase != Phase::Working && !m_stopping) {
+        found->second.deadline += std::chrono::microseconds(size * 1000 / leastBytesPerMillisecond);
+    }
+}
+
+void ConnectionWatch::stop()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_stopping = true;
+    const Clock::time_point last = Clock::now() + graceWhenStopping;
+    for (auto &[id, connection] : m_connections) {
+        connection.deadline = std::min(connection.deadline, last);
+        if (waitsForRequest(connection)) {
+            end(connection);
+        }
+    }
+}
+
+bool ConnectionWatch::waitUntilNone(milliseconds limit)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return m_none.wait_for(lock, limit, [this] { return m_connections.empty(); });
+}
+
+void ConnectionWatch::watch()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    while (!m_over) {
+        m_changed.wait(lock, [this] { return m_over || !m_connections.empty(); });
+        m_changed.wait_for(lock, lookInterval, [this] { return m_over; });
+        endOverdue(Clock::now());
+    }
+}
+
+void ConnectionWatch::endOverdue(Clock::time_point now)
+{
+    for (auto &[id, connection] : m_connections) {
+        if (connection.deadline <= now) {
+            end(connection);
+        }
+    }
+}
+
+// The one that has waited longest gives way; where none waits, the one whose body takes longest.
+void ConnectionWatch::makeRoom(Clock::time_point now)
+{
+    Connection *chosen = nullptr;
+    for (auto &[id, connection] : m_connections) {
+        if (mayGiveWay(connection, now) && (chosen == nullptr || givesWayBefore(connection, *chosen))) {
+            chosen = &connection;
+        }
+    }
+    if (chosen != nullptr) {
+        end(*chosen);
+    }
+}
+
+bool ConnectionWatch::mayGiveWay(const Connection &connection, Clock::time_point now)
+{
+    const auto waited = now - connection.since;
+    return !connection.ended
+        && (waitsForRequest(connection) ? waited >= newcomersTime
+                                        : connection.phase == Phase::Receiving && waited >= bodysTime);
+}
+
+bool ConnectionWatch::givesWayBefore(const Connection &one, const Connection &other)
+{
+    return waitsForRequest(one) == waitsForRequest(other) ? one.since < other.since : waitsForRequest(one);
+}
+
+// While the service works the client owes nothing.
+ConnectionWatch::Clock::time_point ConnectionWatch::deadlineOf(Phase phase, Clock::time_point now) const
+{
+    if (phase == Phase::Working) {
+        return Clock::time_point::max();
+    }
+    return now + (m_stopping ? graceWhenStopping : phase == Phase::Idle ? m_limits.idle : m_limits.request);
+}
+
+bool ConnectionWatch::waitsForRequest(const Connection &connection)
+{
+    return connection.phase == Phase::New || connection.phase == Phase::Idle;
+}
+
+void ConnectionWatch::end(Connection &connection)
+{
+    if (!connection.ended) {
+        connection.ended = true;
+        ::shutdown(connection.descriptor, SHUT_RDWR);
+    }
+}
+
+} // namespace tavro::assistantservice
