@@ -11,7 +11,8 @@ class TestPlaceholders : public ThemeFolderTest {
 private Q_SLOTS:
     void placeholdersAreReplacedAsWholeWords_data();
     void placeholdersAreReplacedAsWholeWords();
-    void bracketInPathIsQuoted();
+    void pathWithSpecialCharactersIsQuoted_data();
+    void pathWithSpecialCharactersIsQuoted();
     void missingKeysAreLoggedOnceForEachReading();
     void emptyThemeIsReplacedSilently();
     void nullThemeCountsAsEmpty();
@@ -51,16 +52,28 @@ void TestPlaceholders::placeholdersAreReplacedAsWholeWords()
     QCOMPARE(sheet, expected.replace(QLatin1Char('@'), path()));
 }
 
-void TestPlaceholders::bracketInPathIsQuoted()
+void TestPlaceholders::pathWithSpecialCharactersIsQuoted_data()
 {
-    const QString file = QStringLiteral("Program Files (x86)/a.theme");
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("brackets") << QStringLiteral("Program Files (x86)");
+    QTest::newRow("hash") << QStringLiteral("a#b");
+    QTest::newRow("semicolon") << QStringLiteral("a;b");
+    QTest::newRow("curly brackets") << QStringLiteral("{a}");
+    QTest::newRow("less than") << QStringLiteral("a<<b");
+    QTest::newRow("apostrophe") << QStringLiteral("o'clock");
+}
+
+void TestPlaceholders::pathWithSpecialCharactersIsQuoted()
+{
+    QFETCH(QString, folder);
+    const QString file = folder + QStringLiteral("/a.theme");
     write(file, "[ImageFiles]\nclose=close.png\n");
     QSettings settings(path(file), QSettings::IniFormat);
     ZT::Theme theme(QStringLiteral("t"));
     theme.readSettings(settings);
     QString sheet = QStringLiteral("url(m.theme.image.close)");
     ZT::replaceStyleSheet(&theme, QStringLiteral("m"), sheet);
-    QCOMPARE(sheet, QStringLiteral("url(\"%1/Program Files (x86)/close.png\")").arg(path()));
+    QCOMPARE(sheet, QStringLiteral("url(\"%1/%2/close.png\")").arg(path(), folder));
 }
 
 void TestPlaceholders::missingKeysAreLoggedOnceForEachReading()

@@ -10,6 +10,11 @@ private Q_SLOTS:
     void objectIsNamedAndParented();
     void colorsAreResolvedThroughPalettes_data();
     void colorsAreResolvedThroughPalettes();
+    void valuesThatLeaveTheirPlaceCannotBeUsed_data();
+    void valuesThatLeaveTheirPlaceCannotBeUsed();
+    void colorFunctionsMayHoldOthers();
+    void pathsThatLeaveTheirPlaceCannotBeUsed();
+    void largeFilesAreNotRead();
     void imagesAreAbsoluteFromTheFolderOfTheFile_data();
     void imagesAreAbsoluteFromTheFolderOfTheFile();
     void numbersAndFlagsAreRead();
@@ -58,6 +63,57 @@ void TestZTheme::colorsAreResolvedThroughPalettes()
     read(theme, smallTheme);
     QCOMPARE(theme.color(key), color);
     QCOMPARE(theme.color(key).isNull(), color.isNull());
+}
+
+// Qt would drop the rest of the sheet, or take it for the theme's.
+void TestZTheme::valuesThatLeaveTheirPlaceCannotBeUsed_data()
+{
+    QTest::addColumn<QByteArray>("color");
+    const auto row = [](const char *name, const char *color) { QTest::newRow(name) << QByteArray(color); };
+    row("rule behind a letter outside Latin-1", "\"red\u4E2D}QWidget{color:blue\"");
+    row("rule behind a byte that is no letter", "\"red\xFF}QWidget{color:blue\"");
+    row("open bracket", "f(()");
+    row("open comment", "f(/*)");
+    row("open text", "\"f(\\\"a)\"");
+    row("number without digits", "f(#)");
+    row("backslash", "\"f(\\\\)\"");
+    row("something behind", "f(a)b");
+}
+
+void TestZTheme::valuesThatLeaveTheirPlaceCannotBeUsed()
+{
+    QFETCH(QByteArray, color);
+    ZT::Theme theme(QStringLiteral("t"));
+    read(theme, "[Colors]\na=" + color + "\nb=white\n");
+    QCOMPARE(theme.color(QStringLiteral("a")), QString());
+    QCOMPARE(theme.color(QStringLiteral("b")), QStringLiteral("white"));
+}
+
+void TestZTheme::colorFunctionsMayHoldOthers()
+{
+    const QString gradient = QStringLiteral("qlineargradient(x1:0, y1:0.5, stop:0 #FFF, stop:1 rgba(1, 2, 3, 50%))");
+    ZT::Theme theme(QStringLiteral("t"));
+    read(theme, "[Colors]\na=\"" + gradient.toUtf8() + "\"\n");
+    QCOMPARE(theme.color(QStringLiteral("a")), gradient);
+}
+
+void TestZTheme::pathsThatLeaveTheirPlaceCannotBeUsed()
+{
+    ZT::Theme theme(QStringLiteral("t"));
+    read(theme, "[ImageFiles]\na=\"x\\\".png\"\nb=\"x\\n.png\"\nc=\"\\x1.png\"\nd=x.png\n");
+    QCOMPARE(theme.image(QStringLiteral("a")), QString());
+    QCOMPARE(theme.image(QStringLiteral("b")), QString());
+    QCOMPARE(theme.image(QStringLiteral("c")), QString());
+    QCOMPARE(theme.image(QStringLiteral("d")), path(QStringLiteral("x.png")));
+}
+
+// Nested deeper than the stack goes: read, this one would end the program.
+void TestZTheme::largeFilesAreNotRead()
+{
+    const QByteArray level("\0\0\0\x09\0\0\0\x01", 8);
+    ZT::Theme theme(QStringLiteral("t"));
+    read(theme, "[Colors]\na=white\nb=\"@Variant(" + level.repeated(200000) + ")\"\n");
+    QVERIFY(theme.isEmpty());
 }
 
 void TestZTheme::imagesAreAbsoluteFromTheFolderOfTheFile_data()

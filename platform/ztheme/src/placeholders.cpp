@@ -2,6 +2,8 @@
 
 #include <QStringMatcher>
 
+#include <algorithm>
+
 namespace ZT {
 
 namespace {
@@ -29,11 +31,15 @@ bool standsInUrl(const QString &sheet, int begin, int end)
         && sheet.at(end) == QLatin1Char(')');
 }
 
-// A bracket in a path, as in "Program Files (x86)", would end the url.
+// A bracket in a path, as in "Program Files (x86)", would end the url; other characters have a meaning to Qt, too.
+bool isPlain(QChar c)
+{
+    return c.isLetterOrNumber() || QStringLiteral("/._-: ").contains(c);
+}
+
 QString quotedWhereNeeded(const QString &path)
 {
-    const bool plain = !path.contains(QLatin1Char('(')) && !path.contains(QLatin1Char(')'));
-    return plain ? path : QLatin1Char('"') + path + QLatin1Char('"');
+    return std::all_of(path.begin(), path.end(), isPlain) ? path : QLatin1Char('"') + path + QLatin1Char('"');
 }
 
 class Replacer {

@@ -20,7 +20,8 @@ namespace ZT {
 /// - [Colors]: colours by meaning; a value is the name of a palette entry or a colour itself;
 /// - [Integers], [Flags]: numbers, and switches ("true" or "1");
 /// - [ImageFiles]: paths; a relative one counts from the folder of the theme file.
-/// Blanks around a value do not count. Keys are case-sensitive.
+/// Blanks around a value do not count. Keys are case-sensitive. A value that would end its place in a style sheet, or
+/// leave something open there, cannot be used. A file of more than 64 KiB is not read.
 ///
 /// A theme belongs to one thread at a time; nothing in it is locked.
 class ZTHEME_EXPORT Theme : public QObject {
