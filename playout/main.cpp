@@ -50,7 +50,8 @@ bool readScript(const QString &path, Script &script)
         complain(QStringLiteral("%1 cannot be read").arg(path));
         return false;
     }
-    script = parseScript(QString::fromUtf8(file.readAll()));
+    const QByteArray bytes = file.readAll();
+    script = parseScript(QString::fromUtf8(bytes.constData(), bytes.size()));
     for (const QString &error : qAsConst(script.errors))
         complain(QStringLiteral("%1, %2").arg(path, error));
     return script.errors.isEmpty();

@@ -6,12 +6,29 @@
 
 namespace tavro::playout {
 
+namespace {
+
+// Qt reads values of its own kinds, too, one within the other: a larger file could nest them deeper than the stack is.
+constexpr qint64 largestFile = 64 * 1024;
+
+// Nothing where it is a text. Qt takes a bare comma for a list.
+QString problemOf(const QVariant &value)
+{
+    if (value.type() == QVariant::StringList || value.type() == QVariant::List)
+        return QStringLiteral("needs quotation marks around the value of %1");
+    return value.type() == QVariant::String ? QString() : QStringLiteral("has no text as the value of %1");
+}
+
+} // namespace
+
 bool SettingsFile::read(const QString &path, const QStringList &known)
 {
     m_path = path;
     const QFileInfo file(path);
     if (!file.isFile() || !file.isReadable())
         return fail(QStringLiteral("cannot be read"));
+    if (file.size() > largestFile)
+        return fail(QStringLiteral("is larger than %1 KiB").arg(largestFile / 1024));
     QSettings settings(path, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
     const QStringList names = settings.allKeys();
@@ -21,9 +38,8 @@ bool SettingsFile::read(const QString &path, const QStringList &known)
         const QVariant value = settings.value(name);
         if (!known.contains(name))
             return fail(QStringLiteral("has the unknown name %1").arg(name));
-        // Qt takes a bare comma for a list.
-        if (value.type() == QVariant::StringList)
-            return fail(QStringLiteral("needs quotation marks around the value of %1").arg(name));
+        if (const QString problem = problemOf(value); !problem.isEmpty())
+            return fail(problem.arg(name));
         m_values.insert(name, value.toString());
     }
     return true;

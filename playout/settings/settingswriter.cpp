@@ -33,14 +33,23 @@ Changes changes(const Options &before, const Options &after)
     return changed;
 }
 
-std::optional<QString> readText(const QString &path)
+std::optional<QByteArray> readBytes(const QString &path)
 {
     QFile file(path);
     if (!file.exists())
-        return QString(QLatin1String(""));
+        return QByteArray("");
     if (!file.open(QFile::ReadOnly))
         return std::nullopt;
-    return QString::fromUtf8(file.readAll());
+    return file.readAll();
+}
+
+// Nullopt where the bytes are no UTF-8: what is not to be changed would not come back as it was.
+std::optional<QString> textOf(const QByteArray &bytes)
+{
+    QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    const QByteArray mark = QByteArrayLiteral("\xef\xbb\xbf");
+    const bool isKept = text.toUtf8() == (bytes.startsWith(mark) ? bytes.mid(mark.size()) : bytes);
+    return isKept ? std::optional(std::move(text)) : std::nullopt;
 }
 
 QString edited(const QString &text, const Changes &changed)
@@ -118,11 +127,12 @@ QString saveSettings(const Options &before, const Options &after)
     const Changes changed = changes(before, after);
     if (changed.isEmpty())
         return {};
-    const std::optional<QString> text = readText(after.settingsFile);
-    if (!text)
+    const std::optional<QByteArray> bytes = readBytes(after.settingsFile);
+    if (!bytes)
         return QStringLiteral("%1 cannot be read.").arg(after.settingsFile);
-    const QString newText = edited(*text, changed);
-    if (!isFaithful(*text, newText, changed))
+    const std::optional<QString> text = textOf(*bytes);
+    const QString newText = text ? edited(*text, changed) : QString();
+    if (!text || !isFaithful(*text, newText, changed))
         return QStringLiteral("%1 is written in a way that only an editor can change.").arg(after.settingsFile);
     return write(after.settingsFile, newText);
 }

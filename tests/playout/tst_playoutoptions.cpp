@@ -172,6 +172,11 @@ void PlayoutOptionsTest::refusesTheFile_data()
     QTest::newRow("script") << QByteArray("script=a\n") << QStringLiteral("has the unknown name script");
     QTest::newRow("comma") << QByteArray("node=a, b\n")
                            << QStringLiteral("needs quotation marks around the value of node");
+    QTest::newRow("comma behind an at sign")
+        << QByteArray("node=@a, b\n") << QStringLiteral("needs quotation marks around the value of node");
+    QTest::newRow("Qt's own kinds") << QByteArray("node=@Size(1 2)\n")
+                                    << QStringLiteral("has no text as the value of node");
+    QTest::newRow("too large") << "node=a\n;" + QByteArray(64 * 1024, 'x') << QStringLiteral("is larger than 64 KiB");
     QTest::newRow("no value") << QByteArray("node\n")
                               << QStringLiteral("has a line that is not of the form name=value");
 }

@@ -26,7 +26,9 @@ private Q_SLOTS:
     void onlyTheOwnerCanReadTheFile();
     void theFoldersAreMade();
     void aFileThatCannotBeWrittenIsTold();
+    void whatAnEditorMustChangeIsLeftAlone_data();
     void whatAnEditorMustChangeIsLeftAlone();
+    void nothingBehindANulIsLost();
 
 private:
     Options read();
@@ -221,9 +223,17 @@ void PlayoutSettingsFileTest::aFileThatCannotBeWrittenIsTold()
 }
 
 // The value goes on in the next line.
+void PlayoutSettingsFileTest::whatAnEditorMustChangeIsLeftAlone_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::newRow("value of two lines") << QByteArray("node=\"a\n b\"\n");
+    QTest::newRow("quotation mark that stays open") << QByteArray("user-id=\"a\n");
+    QTest::newRow("comment that is no UTF-8") << QByteArray("; caf\xe9\nuser-id=u\n");
+}
+
 void PlayoutSettingsFileTest::whatAnEditorMustChangeIsLeftAlone()
 {
-    const QByteArray before = "node=\"a\n b\"\n";
+    QFETCH(QByteArray, before);
     write(before);
     Options old;
     old.settingsFile = path;
@@ -233,6 +243,16 @@ void PlayoutSettingsFileTest::whatAnEditorMustChangeIsLeftAlone()
     const QString problem = saveSettings(old, changed);
     QVERIFY2(problem.contains(QStringLiteral("only an editor can change")), qPrintable(problem));
     QCOMPARE(content(), before);
+}
+
+void PlayoutSettingsFileTest::nothingBehindANulIsLost()
+{
+    write(QByteArray("; a\0b\nnode=a\ntick=2\n", 20));
+    const Options before = read();
+    Options after = before;
+    after.node = QStringLiteral("n");
+    QCOMPARE(saveSettings(before, after), QString());
+    QCOMPARE(content(), QByteArray("; a\0b\nnode=n\ntick=2\n", 20));
 }
 
 QTEST_GUILESS_MAIN(PlayoutSettingsFileTest)
