@@ -30,7 +30,7 @@ std::string Subjects::messageNamedIn(const std::string &sentence) const
         if (found == std::string::npos)
             continue;
         const std::string rest = sentence.substr(found + subject.size());
-        return rest.substr(0, std::find_if_not(rest.begin(), rest.end(), isPartOfName) - rest.begin());
+        return {rest.begin(), std::find_if_not(rest.begin(), rest.end(), isPartOfName)};
     }
     return {};
 }
