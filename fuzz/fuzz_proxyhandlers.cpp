@@ -2,17 +2,16 @@
 // the payload.
 
 #include "aicontroller/aicontroller.h"
+#include "support/application.h"
 #include "zlspdlog/zlspdlog.h"
 #include "zvruntime/izvruntime.h"
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QLoggingCategory>
 
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,7 +51,6 @@ class Machine {
 public:
     Machine()
     {
-        QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
         ZL::SpdlogApplication::instance().logger()->set_level(spdlog::level::off);
         m_controller.setZVRuntime(&m_handlers);
         m_controller.clear();
@@ -69,19 +67,11 @@ private:
     tavro::aiassistant::AiController m_controller;
 };
 
-std::unique_ptr<QCoreApplication> makeApplication()
-{
-    static int argc = 1;
-    static char name[] = "fuzz_proxyhandlers";
-    static char *argv[] = {name, nullptr};
-    return QCoreApplication::instance() ? nullptr : std::make_unique<QCoreApplication>(argc, argv);
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static const std::unique_ptr<QCoreApplication> application = makeApplication();
+    needApplication();
     static Machine machine;
     if (size == 0 || size > std::numeric_limits<unsigned int>::max())
         return 0;
