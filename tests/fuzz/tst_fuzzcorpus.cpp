@@ -9,6 +9,7 @@ using FuzzTarget = int(const std::uint8_t *data, std::size_t size);
 
 extern "C" {
 FuzzTarget fuzz_bodies;
+FuzzTarget fuzz_http;
 FuzzTarget fuzz_language;
 FuzzTarget fuzz_modelreplies;
 FuzzTarget fuzz_pictures;
@@ -28,6 +29,7 @@ const QMap<QString, FuzzTarget *> &fuzzTargets()
 {
     static const QMap<QString, FuzzTarget *> targets{
         {QStringLiteral("bodies"), fuzz_bodies},
+        {QStringLiteral("http"), fuzz_http},
         {QStringLiteral("language"), fuzz_language},
         {QStringLiteral("modelreplies"), fuzz_modelreplies},
         {QStringLiteral("pictures"), fuzz_pictures},
