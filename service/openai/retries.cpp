@@ -31,7 +31,7 @@ milliseconds scattered(milliseconds unit)
 
 std::optional<milliseconds> delayBeforeRetry(const UpstreamReply &reply, int attempt, milliseconds unit)
 {
-    if (reply.outcome != UpstreamReply::Outcome::Answered) {
+    if (!reply.isAnswered()) {
         return {};
     }
     switch (reply.status) {

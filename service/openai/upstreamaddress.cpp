@@ -55,9 +55,9 @@ QString UpstreamAddress::authority() const
     return port == standardPort(secure) ? name : QStringLiteral("%1:%2").arg(name).arg(port);
 }
 
-QString UpstreamAddress::text() const
+QString UpstreamAddress::root() const
 {
-    return (secure ? QStringLiteral("https://") : QStringLiteral("http://")) + authority() + path;
+    return (secure ? QStringLiteral("https://") : QStringLiteral("http://")) + authority();
 }
 
 bool UpstreamAddress::operator==(const UpstreamAddress &other) const

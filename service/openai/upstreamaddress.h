@@ -18,8 +18,10 @@ struct UpstreamAddress {
     QString target(const char *endpoint) const { return path + QLatin1String(endpoint); }
     /// Host and port as the Host header names them.
     QString authority() const;
+    /// Scheme, host and port: "http://127.0.0.1:11434".
+    QString root() const;
     /// For people: "http://127.0.0.1:11434/v1".
-    QString text() const;
+    QString text() const { return root() + path; }
 
     bool operator==(const UpstreamAddress &other) const;
 };

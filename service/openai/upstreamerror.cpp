@@ -1,5 +1,7 @@
 #include "openai/upstreamerror.h"
 
+#include "openai/outcometext.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -74,24 +76,6 @@ QString withReason(const QString &sentence, const QByteArray &body)
     return reason.isEmpty() ? sentence : sentence + QStringLiteral(" It says: ") + reason;
 }
 
-QString unanswered(UpstreamReply::Outcome outcome, const QString &server)
-{
-    switch (outcome) {
-    case UpstreamReply::Outcome::NotConnected:
-        return QStringLiteral("The model's server %1 cannot be reached. Is it running?").arg(server);
-    case UpstreamReply::Outcome::NotTrusted:
-        return QStringLiteral("The certificate of the model's server %1 is not valid.").arg(server);
-    case UpstreamReply::Outcome::TooLarge:
-        return QStringLiteral("The model's server %1 sent a larger answer than is taken.").arg(server);
-    case UpstreamReply::Outcome::OutOfTime:
-        return QStringLiteral("The model's server %1 did not answer in time. Please try again.").arg(server);
-    case UpstreamReply::Outcome::Cancelled:
-        return QStringLiteral("The assistant service is being stopped.");
-    default:
-        return QStringLiteral("The model's server %1 broke off its answer. Please try again.").arg(server);
-    }
-}
-
 QString refused(const UpstreamReply &reply, const QString &server, const QString &model)
 {
     if (reply.status >= 300 && reply.status < 400) {
@@ -127,13 +111,16 @@ QString upstreamMessage(const QByteArray &body)
     return isPage(body) ? QString() : oneLine(QString::fromUtf8(body.left(4 * longestMessage)));
 }
 
+ServiceError unansweredError(UpstreamReply::Outcome outcome, const QString &server)
+{
+    const bool late = outcome == UpstreamReply::Outcome::OutOfTime;
+    return {late ? ErrorCode::UpstreamTimeout : ErrorCode::UpstreamFailed, outcomeText(outcome, server)};
+}
+
 ServiceError upstreamError(const UpstreamReply &reply, const UpstreamAddress &address, const QString &model)
 {
-    if (reply.outcome == UpstreamReply::Outcome::OutOfTime) {
-        return {ErrorCode::UpstreamTimeout, unanswered(reply.outcome, address.text())};
-    }
-    if (reply.outcome != UpstreamReply::Outcome::Answered) {
-        return {ErrorCode::UpstreamFailed, unanswered(reply.outcome, address.text())};
+    if (!reply.isAnswered()) {
+        return unansweredError(reply.outcome, QStringLiteral("model's server ") + address.text());
     }
     return {ErrorCode::UpstreamFailed, withReason(refused(reply, address.text(), model), reply.body)};
 }
@@ -147,15 +134,14 @@ ServiceError unusableAnswer(const UpstreamReply &reply, const UpstreamAddress &a
 
 bool isContextTooLong(const UpstreamReply &reply)
 {
-    return reply.outcome == UpstreamReply::Outcome::Answered
+    return reply.isAnswered()
         && (containsAny(errorCode(reply.body), {"context_length_exceeded", "exceed_context_size"})
             || containsAny(upstreamMessage(reply.body), {"maximum context length", "context size", "context length"}));
 }
 
 bool refusesMember(const UpstreamReply &reply, const char *member)
 {
-    return reply.outcome == UpstreamReply::Outcome::Answered && (reply.status == 400 || reply.status == 422)
-        && reply.body.contains(member);
+    return reply.isAnswered() && (reply.status == 400 || reply.status == 422) && reply.body.contains(member);
 }
 
 bool isQuotaSpent(const UpstreamReply &reply)

@@ -8,6 +8,9 @@ namespace tavro::assistantservice {
 /// What the server says of its failure, in one line; empty where it says nothing readable.
 QString upstreamMessage(const QByteArray &body);
 
+/// The error of an exchange that brought no answer. `server`: see outcomeText().
+ServiceError unansweredError(UpstreamReply::Outcome outcome, const QString &server);
+
 /// The failure in words for the operator. `model`: the name that was asked for, empty where none was.
 ServiceError upstreamError(const UpstreamReply &reply, const UpstreamAddress &address, const QString &model);
 

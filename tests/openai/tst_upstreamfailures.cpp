@@ -84,9 +84,9 @@ void UpstreamFailuresTest::failureIsToldInWords_data()
     QTest::newRow("good status, error in it") << ScriptedAnswer::bytes(R"({"error":"Unexpected endpoint"})")
                                               << "cannot be used. It says: Unexpected endpoint";
     QTest::newRow("good status, a page") << ScriptedAnswer::bytes("<html>", "text/html") << "cannot be used.";
-    QTest::newRow("dropped") << ScriptedAnswer::drop() << "broke off";
+    QTest::newRow("dropped") << ScriptedAnswer::drop() << "hung up without an answer";
     QTest::newRow("cut off") << upstream::text(QStringLiteral("Hello")).cutAfter(10) << "broke off";
-    QTest::newRow("no HTTP") << ScriptedAnswer::garbage("hello\r\n\r\n") << "broke off";
+    QTest::newRow("no HTTP") << ScriptedAnswer::garbage("hello\r\n\r\n") << "what is no HTTP";
 }
 
 void UpstreamFailuresTest::failureIsToldInWords()

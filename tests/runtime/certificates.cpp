@@ -37,15 +37,14 @@ QStringList request(const QString &name, const QString &key, const QString &out)
 
 } // namespace
 
-bool Certificates::make()
+bool Certificates::make(const QString &subjectAltName)
 {
-    const QString authorityKey = m_folder.filePath(QStringLiteral("ca.key"));
     const QStringList server = request(QStringLiteral("test server"), key(), certificate())
         + QStringList{QStringLiteral("-CA"),     authority(),
-                      QStringLiteral("-CAkey"),  authorityKey,
+                      QStringLiteral("-CAkey"),  authorityKey(),
                       QStringLiteral("-addext"), QStringLiteral("basicConstraints=critical,CA:FALSE"),
-                      QStringLiteral("-addext"), QStringLiteral("subjectAltName=IP:127.0.0.1")};
-    return openssl(request(QStringLiteral("test authority"), authorityKey, authority())) && openssl(server);
+                      QStringLiteral("-addext"), QStringLiteral("subjectAltName=") + subjectAltName};
+    return openssl(request(QStringLiteral("test authority"), authorityKey(), authority())) && openssl(server);
 }
 
 } // namespace tavro::testsupport
