@@ -37,7 +37,8 @@ QString sentence(Outcome outcome)
     case Outcome::NotConnected:
         return QStringLiteral("The %1 cannot be reached. Is it running?");
     case Outcome::NotAllowed:
-        return QStringLiteral("The address of the %1 is in a network that the service is not sent to.");
+        return QStringLiteral("The %1 is, or sends on to, a place where the service does not go: no public address of "
+                              "the web.");
     case Outcome::NoHttp:
         return QStringLiteral("The %1 sends what is no HTTP. Please check the port of its address.");
     case Outcome::Silent:

@@ -17,7 +17,7 @@ QUrl webAddress(const QString &text)
 {
     const QUrl url(text, QUrl::StrictMode);
     const bool web = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
-    return url.isValid() && web && !url.host().isEmpty() ? url : QUrl();
+    return url.isValid() && web && !url.host().isEmpty() && url.userInfo().isEmpty() ? url : QUrl();
 }
 
 // Some servers send a data address in place of the bare bytes.

@@ -140,6 +140,7 @@ void Transfer::setUp()
     set(CURLOPT_PROXY, "");
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
     set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     // Taken, so that its first bytes can be looked at; see takeBody().
     set(CURLOPT_HTTP09_ALLOWED, 1L);

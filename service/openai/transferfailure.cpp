@@ -77,10 +77,12 @@ UpstreamReply::Outcome outcomeOf(CURLcode code, CURL *handle, const char *text)
         return Outcome::TooLarge;
     case CURLE_TOO_MANY_REDIRECTS:
         return Outcome::TooManyRedirects;
-    // Redirected to something that is not of the web.
+    // Sent on to what is not of the web, or with somebody's name and password.
     case CURLE_URL_MALFORMAT:
+    case CURLE_LOGIN_DENIED:
         return Outcome::NotAllowed;
     case CURLE_UNSUPPORTED_PROTOCOL:
+        return saysAny(text, {"Protocol"}) ? Outcome::NotAllowed : Outcome::NoHttp;
     case CURLE_WEIRD_SERVER_REPLY:
     case CURLE_BAD_CONTENT_ENCODING:
         return Outcome::NoHttp;

@@ -2,6 +2,7 @@
 
 #include "builtin/picturewish.h"
 #include "openai/picturefitting.h"
+#include "openai/picturehost.h"
 #include "openai/upstreamerror.h"
 #include "pictures/picturepainter.h"
 
@@ -24,15 +25,6 @@ ServiceError noPicture(const UpstreamAddress &address)
             QStringLiteral("What the model's server %1 sent is not a picture.").arg(address.text())};
 }
 
-std::optional<UpstreamAddress> serverOf(const QUrl &url)
-{
-    QUrl server;
-    server.setScheme(url.scheme());
-    server.setHost(url.host());
-    server.setPort(url.port());
-    return parseUpstreamAddress(server.toString());
-}
-
 } // namespace
 
 UpstreamPictures::UpstreamPictures(PictureSettings settings)
@@ -51,7 +43,7 @@ PictureResult UpstreamPictures::draw(const PictureRequest &request, const std::a
                                       : upstreamError(reply, m_settings.address, m_settings.model);
         return result;
     }
-    result.error = fetch(*made, patience);
+    result.error = fetch(*made, reply.peer, patience);
     if (result.error) {
         return result;
     }
@@ -95,23 +87,16 @@ UpstreamReply UpstreamPictures::ask(const PictureRequest &request, const Patienc
     return reply;
 }
 
-// The key is the server's and goes nowhere else.
-ServiceError UpstreamPictures::fetch(PictureReply &reply, const Patience &patience) const
+ServiceError UpstreamPictures::fetch(PictureReply &made, AddressClass upstream, const Patience &patience)
 {
-    if (!reply.bytes.isEmpty()) {
+    if (!made.bytes.isEmpty()) {
         return {};
     }
-    const std::optional<UpstreamAddress> server = serverOf(reply.url);
-    if (!server) {
-        return noPicture(m_settings.address);
-    }
-    const QUrl::FormattingOptions targetOnly = QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveFragment;
-    const QString target = reply.url.toString(targetOnly | QUrl::FullyEncoded);
-    const UpstreamReply fetched = UpstreamClient(*server, {}).get(target, largestReply, patience);
+    const UpstreamReply fetched = fetchPicture(made.url, upstream, largestReply, patience);
     if (!fetched.isGood()) {
-        return upstreamError(fetched, *server, {});
+        return pictureHostError(fetched, made.url);
     }
-    reply.bytes = fetched.body;
+    made.bytes = fetched.body;
     return {};
 }
 

@@ -16,7 +16,7 @@ public:
 
 private:
     UpstreamReply ask(const PictureRequest &request, const Patience &patience) const;
-    ServiceError fetch(PictureReply &reply, const Patience &patience) const;
+    static ServiceError fetch(PictureReply &made, AddressClass upstream, const Patience &patience);
 
     const PictureSettings m_settings;
     const UpstreamClient m_client;

@@ -97,6 +97,8 @@ void PicturePartsTest::repliesAreRead_data()
                              << "https://h/p.png?sig=1";
     QTest::newRow("file address") << QByteArray(R"({"data":[{"url":"file:///etc/passwd"}]})") << false << QByteArray()
                                   << "";
+    QTest::newRow("address with a password")
+        << QByteArray(R"({"data":[{"url":"https://a:b@h/p.png"}]})") << false << QByteArray() << "";
     QTest::newRow("broken base64") << QByteArray(R"({"data":[{"b64_json":"***"}]})") << false << QByteArray() << "";
     QTest::newRow("nothing in it") << QByteArray(R"({"data":[]})") << false << QByteArray() << "";
     QTest::newRow("an error") << QByteArray(R"({"error":{"message":"no"}})") << false << QByteArray() << "";
