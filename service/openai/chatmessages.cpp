@@ -63,11 +63,13 @@ bool dropOlderHalf(QVector<ChatMessage> &messages)
     return !messages.isEmpty();
 }
 
-QJsonArray chatMessages(const QString &instructions, const QVector<ChatMessage> &messages)
+QJsonArray chatMessages(const QString &instructions, const QString &data, const QVector<ChatMessage> &messages)
 {
     QJsonArray list{chatMessage("system", instructions)};
+    QString before = data + QStringLiteral("\n\n");
     for (const ChatMessage &message : messages) {
-        list.append(chatMessage(message.fromAssistant ? "assistant" : "user", message.content));
+        list.append(chatMessage(message.fromAssistant ? "assistant" : "user", before + message.content));
+        before.clear();
     }
     return list;
 }

@@ -14,7 +14,8 @@ QVector<ChatMessage> alternating(const QVector<ChatMessage> &messages);
 /// Leaves out the older half, and begins with the user again. False where nothing can be left out.
 bool dropOlderHalf(QVector<ChatMessage> &messages);
 
-/// The messages of a chat request: what the model is told about its task, then the conversation.
-QJsonArray chatMessages(const QString &instructions, const QVector<ChatMessage> &messages);
+/// The messages of a chat request: what the model is told about its task, then the conversation, whose first message
+/// begins with the data. A message of their own would be two of the user's in a row.
+QJsonArray chatMessages(const QString &instructions, const QString &data, const QVector<ChatMessage> &messages);
 
 } // namespace tavro::assistantservice

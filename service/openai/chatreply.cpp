@@ -1,11 +1,21 @@
 #include "openai/chatreply.h"
 
+#include "openai/plaintext.h"
+#include "openai/textcalls.h"
+#include "openai/thoughts.h"
+#include "openai/toolarguments.h"
+#include "openai/upstreamjson.h"
+
 #include <QJsonArray>
-#include <QJsonDocument>
 
 namespace tavro::assistantservice {
 
 namespace {
+
+constexpr int longestText = 100000;
+constexpr int longestName = 100;
+// More than are carried out.
+constexpr int mostCalls = 100;
 
 // Some servers give the text in parts.
 QString contentText(const QJsonValue &content)
@@ -21,42 +31,56 @@ QString contentText(const QJsonValue &content)
     return text;
 }
 
-// The arguments come as JSON within a text; some servers leave the text out, some wrap them once more.
-QJsonValue argumentsOf(const QJsonValue &given)
+ToolCall readFunction(const QJsonObject &function)
 {
-    const QJsonValue value = given.isString() ? QJsonDocument::fromJson(given.toString().toUtf8()).object() : given;
-    const QJsonValue inner = value.toObject().value(QLatin1String("arguments"));
-    return inner.isObject() ? inner : value;
-}
-
-bool isObjectText(const QJsonValue &given)
-{
-    return given.isObject() || QJsonDocument::fromJson(given.toString().toUtf8()).isObject();
+    QJsonValue given = function.value(QLatin1String("arguments"));
+    if (given.isUndefined()) {
+        given = function.value(QLatin1String("parameters"));
+    }
+    const std::optional<QJsonObject> arguments = readToolArguments(given);
+    return {plainLine(function.value(QLatin1String("name")).toString(), longestName), arguments.value_or(QJsonObject()),
+            arguments.has_value()};
 }
 
 ToolCall readToolCall(const QJsonObject &call)
 {
-    const QJsonObject function = call.value(QLatin1String("function")).toObject();
-    const QJsonValue arguments = function.value(QLatin1String("arguments"));
-    return {function.value(QLatin1String("name")).toString(), argumentsOf(arguments).toObject(),
-            isObjectText(arguments)};
+    const QJsonValue function = call.value(QLatin1String("function"));
+    return readFunction(function.isObject() ? function.toObject() : call);
 }
 
-QVector<ToolCall> readToolCalls(const QJsonArray &array)
+QVector<ToolCall> readCalls(const QJsonValue &message)
 {
     QVector<ToolCall> calls;
-    for (const QJsonValue &call : array) {
-        calls.append(readToolCall(call.toObject()));
+    const QJsonArray array = message[QLatin1String("tool_calls")].toArray();
+    for (int i = 0; i < array.size() && i < mostCalls; ++i) {
+        calls.append(readToolCall(array[i].toObject()));
+    }
+    // From before there were several.
+    const QJsonValue function = message[QLatin1String("function_call")];
+    if (calls.isEmpty() && function.isObject()) {
+        calls.append(readFunction(function.toObject()));
     }
     return calls;
+}
+
+void readText(const QJsonValue &message, ChatReply &reply)
+{
+    const ChanneledText channels = readChannels(contentText(message[QLatin1String("content")]));
+    const QString text = withoutThoughts(channels.text);
+    const bool holdsCall = channels.calls || holdsTextCall(text);
+    reply.callsAreText = holdsCall && reply.calls.isEmpty();
+    reply.isShortened = text.size() > longestText;
+    reply.text = holdsCall ? QString() : plainText(clipped(text, longestText)).trimmed();
+    if (reply.text.isEmpty() && !holdsCall) {
+        reply.text = plainText(clipped(message[QLatin1String("refusal")].toString(), longestText)).trimmed();
+    }
 }
 
 } // namespace
 
 std::optional<ChatReply> readChatReply(const QByteArray &body)
 {
-    const QJsonObject root = QJsonDocument::fromJson(body).object();
-    const QJsonObject choice = root.value(QLatin1String("choices")).toArray().at(0).toObject();
+    const QJsonObject choice = readUpstreamObject(body).value(QLatin1String("choices")).toArray().at(0).toObject();
     const QJsonValue message = choice.value(QLatin1String("message"));
     if (!message.isObject()) {
         return {};
@@ -65,29 +89,9 @@ std::optional<ChatReply> readChatReply(const QByteArray &body)
     ChatReply reply;
     reply.isCut = finish == QLatin1String("length");
     reply.isFiltered = finish == QLatin1String("content_filter");
-    reply.calls = readToolCalls(message[QLatin1String("tool_calls")].toArray());
-    reply.text = withoutThoughts(contentText(message[QLatin1String("content")]));
-    if (reply.text.isEmpty()) {
-        reply.text = message[QLatin1String("refusal")].toString().trimmed();
-    }
+    reply.calls = readCalls(message);
+    readText(message, reply);
     return reply;
-}
-
-QString withoutThoughts(const QString &text)
-{
-    const QLatin1String opening("<think>");
-    const QLatin1String closing("</think>");
-    QString result = text;
-    // Where a chat template has opened the section itself, only its end is seen.
-    const int firstClosing = result.indexOf(closing);
-    if (firstClosing >= 0 && result.leftRef(firstClosing).indexOf(opening) < 0) {
-        result.remove(0, firstClosing + closing.size());
-    }
-    for (int begin = result.indexOf(opening); begin >= 0; begin = result.indexOf(opening)) {
-        const int end = result.indexOf(closing, begin);
-        result.remove(begin, end < 0 ? result.size() - begin : end + closing.size() - begin);
-    }
-    return result.trimmed();
 }
 
 } // namespace tavro::assistantservice

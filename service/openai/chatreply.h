@@ -19,9 +19,13 @@ struct ToolCall {
 
 /// What a model answered.
 struct ChatReply {
-    /// Without what the model thought to itself.
+    /// Without what the model thought to itself, free of invisible characters, and of a bounded length.
     QString text;
     QVector<ToolCall> calls;
+    /// The text held a call, in place of calling. It is left out.
+    bool callsAreText = false;
+    /// The text was longer than is taken.
+    bool isShortened = false;
     /// The answer came to the limit of its length.
     bool isCut = false;
     /// The server's filter held the answer back.
@@ -30,8 +34,5 @@ struct ChatReply {
 
 /// Reads the body of a chat completion; nothing where it holds no answer.
 std::optional<ChatReply> readChatReply(const QByteArray &body);
-
-/// The text without "<think>" sections; one that is not closed goes to the end.
-QString withoutThoughts(const QString &text);
 
 } // namespace tavro::assistantservice

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "engine.h"
+#include <QString>
 
 namespace tavro::assistantservice {
 
-/// What a model is told about its task, and of the media library. `media`: the items that it is shown, out of a library
-/// of `librarySize`.
-QString instructions(const QVector<MediaItem> &media, int librarySize);
+/// What a model is told about its task. Nothing in it comes from the library or the conversation.
+QString instructions();
 
 } // namespace tavro::assistantservice

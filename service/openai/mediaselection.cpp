@@ -1,6 +1,7 @@
 #include "openai/mediaselection.h"
 
 #include "grammar/namekey.h"
+#include "openai/plaintext.h"
 
 #include <algorithm>
 #include <numeric>
@@ -10,6 +11,7 @@ namespace tavro::assistantservice {
 namespace {
 
 constexpr int mostItems = 100;
+constexpr int longestText = 200;
 // What an answer to a question back refers to was said a little earlier.
 constexpr int consideredMessages = 3;
 
@@ -53,24 +55,62 @@ QVector<int> likenesses(const QVector<MediaItem> &media, const QVector<ChatMessa
     return result;
 }
 
-} // namespace
-
-QVector<MediaItem> mediaForModel(const QVector<MediaItem> &media, const QVector<ChatMessage> &messages)
+QVector<int> chosenItems(const QVector<MediaItem> &media, const QVector<ChatMessage> &messages)
 {
-    if (media.size() <= mostItems) {
-        return media;
-    }
-    const QVector<int> alike = likenesses(media, messages);
     QVector<int> order(media.size());
     std::iota(order.begin(), order.end(), 0);
+    if (media.size() <= mostItems) {
+        return order;
+    }
+    const QVector<int> alike = likenesses(media, messages);
     std::stable_sort(order.begin(), order.end(), [&](int left, int right) { return alike[left] > alike[right]; });
     order.resize(mostItems);
     std::sort(order.begin(), order.end());
-    QVector<MediaItem> chosen;
-    for (const int index : order) {
-        chosen.append(media[index]);
+    return order;
+}
+
+bool isShowable(const QString &id)
+{
+    return !id.isEmpty() && id == plainLine(id, longestText);
+}
+
+QSet<QString> showableIds(const QVector<MediaItem> &media, const QVector<int> &chosen)
+{
+    QSet<QString> ids;
+    for (const int index : chosen) {
+        if (isShowable(media[index].id)) {
+            ids.insert(media[index].id);
+        }
     }
-    return chosen;
+    return ids;
+}
+
+QString standIn(int index, const QSet<QString> &taken)
+{
+    QString id = QStringLiteral("item-%1").arg(index + 1);
+    while (taken.contains(id)) {
+        id += QLatin1Char('x');
+    }
+    return id;
+}
+
+} // namespace
+
+QVector<ShownItem> mediaForModel(const QVector<MediaItem> &media, const QVector<ChatMessage> &messages)
+{
+    const QVector<int> chosen = chosenItems(media, messages);
+    const QSet<QString> ids = showableIds(media, chosen);
+    QSet<QString> shownIds;
+    QVector<ShownItem> shown;
+    for (const int index : chosen) {
+        const MediaItem &item = media[index];
+        const QString id = isShowable(item.id) ? item.id : standIn(index, ids);
+        if (!shownIds.contains(id)) {
+            shownIds.insert(id);
+            shown.append({id, plainLine(item.name, longestText), index});
+        }
+    }
+    return shown;
 }
 
 } // namespace tavro::assistantservice

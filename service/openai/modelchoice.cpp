@@ -1,9 +1,11 @@
 #include "openai/modelchoice.h"
 
+#include "openai/errorbody.h"
+#include "openai/plaintext.h"
 #include "openai/upstreamerror.h"
+#include "openai/upstreamjson.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 namespace tavro::assistantservice {
 
@@ -11,11 +13,12 @@ namespace {
 
 constexpr qint64 largestList = 4 * 1024 * 1024;
 constexpr int namedModels = 5;
+constexpr int longestName = 100;
 
 QStringList modelNames(const QByteArray &body)
 {
     QStringList names;
-    const QJsonArray data = QJsonDocument::fromJson(body).object().value(QLatin1String("data")).toArray();
+    const QJsonArray data = readUpstreamObject(body).value(QLatin1String("data")).toArray();
     for (const QJsonValue &model : data) {
         const QString name = model.toObject().value(QLatin1String("id")).toString();
         if (!name.isEmpty()) {
@@ -27,7 +30,11 @@ QStringList modelNames(const QByteArray &body)
 
 ServiceError severalModels(const QStringList &names, const QString &server)
 {
-    const QString listed = names.mid(0, namedModels).join(QStringLiteral(", "));
+    QStringList shown = names.mid(0, namedModels);
+    for (QString &name : shown) {
+        name = plainLine(name, longestName);
+    }
+    const QString listed = shown.join(QStringLiteral(", "));
     return {ErrorCode::UpstreamFailed,
             QStringLiteral("The model's server %1 has %2 models; one must be chosen with --model: %3%4")
                 .arg(server)
@@ -56,6 +63,9 @@ ServiceError ModelChoice::find(const Patience &patience, QString &model)
         return upstreamError(reply, address, {});
     }
     const QStringList names = modelNames(reply.body);
+    if (names.isEmpty() && bodyKind(reply) != BodyKind::Json) {
+        return unusableAnswer(reply, address, "data");
+    }
     if (names.isEmpty()) {
         return {ErrorCode::UpstreamFailed,
                 QStringLiteral("The model's server %1 names no model; one must be chosen with --model.")

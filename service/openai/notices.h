@@ -9,6 +9,8 @@ enum class Notice {
     Cut, ///< the answer is not whole, and nothing of it is carried out
     Withheld, ///< the server's filter held it back
     Forgotten, ///< the model could not read the whole conversation
+    CallAsText, ///< the model has written a call in place of making it
+    Shortened, ///< the answer is longer than is taken
 };
 
 QString noticeText(Notice notice, Language language);

@@ -1,10 +1,11 @@
 #include "openai/picturereply.h"
 
+#include "openai/plaintext.h"
+#include "openai/upstreamjson.h"
+
 #include <QBuffer>
 #include <QImageReader>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace tavro::assistantservice {
 
@@ -12,6 +13,7 @@ namespace {
 
 // A few bytes can announce a picture that would take all memory.
 constexpr qint64 maxPixels = 134'217'728;
+constexpr int longestPrompt = 1000;
 
 QUrl webAddress(const QString &text)
 {
@@ -20,12 +22,29 @@ QUrl webAddress(const QString &text)
     return url.isValid() && web && !url.host().isEmpty() && url.userInfo().isEmpty() ? url : QUrl();
 }
 
+// Servers break the lines, or use the alphabet that is made for addresses.
+QByteArray inOneAlphabet(const QStringRef &text)
+{
+    QByteArray base64;
+    base64.reserve(text.size());
+    for (const QChar c : text) {
+        if (c == QLatin1Char('-')) {
+            base64 += '+';
+        } else if (c == QLatin1Char('_')) {
+            base64 += '/';
+        } else if (!c.isSpace()) {
+            base64 += c.unicode() < 0x80 ? c.toLatin1() : '!';
+        }
+    }
+    return base64;
+}
+
 // Some servers send a data address in place of the bare bytes.
 QByteArray decodedBase64(const QString &text)
 {
     const int comma = text.startsWith(QLatin1String("data:")) ? text.indexOf(QLatin1Char(',')) : -1;
     const auto bytes =
-        QByteArray::fromBase64Encoding(text.midRef(comma + 1).toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+        QByteArray::fromBase64Encoding(inOneAlphabet(text.midRef(comma + 1)), QByteArray::AbortOnBase64DecodingErrors);
     return bytes ? *bytes : QByteArray();
 }
 
@@ -33,11 +52,11 @@ QByteArray decodedBase64(const QString &text)
 
 std::optional<PictureReply> readPictureReply(const QByteArray &body)
 {
-    const QJsonObject root = QJsonDocument::fromJson(body).object();
+    const QJsonObject root = readUpstreamObject(body);
     const QJsonObject picture = root.value(QLatin1String("data")).toArray().at(0).toObject();
     const QString address = picture.value(QLatin1String("url")).toString();
     PictureReply reply;
-    reply.revisedPrompt = picture.value(QLatin1String("revised_prompt")).toString();
+    reply.revisedPrompt = plainLine(picture.value(QLatin1String("revised_prompt")).toString(), longestPrompt);
     reply.bytes = decodedBase64(picture.value(QLatin1String("b64_json")).toString());
     if (reply.bytes.isEmpty() && address.startsWith(QLatin1String("data:"))) {
         reply.bytes = decodedBase64(address);

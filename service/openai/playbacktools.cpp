@@ -33,13 +33,13 @@ QJsonObject volumeParameter()
     return volume;
 }
 
-QJsonObject mediaIdParameter(const QVector<MediaItem> &shownMedia)
+QJsonObject mediaIdParameter(const QVector<ShownItem> &shownMedia)
 {
     QJsonObject id = parameter("string", "The media_id of the item in the library.");
     // An empty list of what is allowed would be no schema.
     if (!shownMedia.isEmpty()) {
         QJsonArray ids;
-        for (const MediaItem &item : shownMedia) {
+        for (const ShownItem &item : shownMedia) {
             ids.append(item.id);
         }
         id.insert(QStringLiteral("enum"), ids);
@@ -61,7 +61,7 @@ QJsonObject tool(const char *name, const char *description, const QJsonObject &p
 
 } // namespace
 
-QJsonArray playbackTools(const QVector<MediaItem> &shownMedia)
+QJsonArray playbackTools(const QVector<ShownItem> &shownMedia)
 {
     const QJsonObject places = placeParameters();
     QJsonObject play = places;

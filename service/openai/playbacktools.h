@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine.h"
+#include "openai/mediaselection.h"
 
 #include <QJsonArray>
 
@@ -8,6 +8,6 @@ namespace tavro::assistantservice {
 
 /// The tools that a model is offered. The ids of the items that it is shown are listed in them, so that servers which
 /// constrain what a model writes let no other pass.
-QJsonArray playbackTools(const QVector<MediaItem> &shownMedia);
+QJsonArray playbackTools(const QVector<ShownItem> &shownMedia);
 
 } // namespace tavro::assistantservice

@@ -1,5 +1,6 @@
 #include "openai/retries.h"
 
+#include "openai/retryafter.h"
 #include "openai/upstreamerror.h"
 
 #include <QRandomGenerator>
@@ -12,12 +13,10 @@ using std::chrono::milliseconds;
 
 constexpr int mostFailedCalls = 3;
 
-// A wait in seconds; some servers give the date instead, which counts as not given.
-milliseconds wishedWait(const QByteArray &retryAfter, int attempt, milliseconds unit)
+milliseconds waitBefore(const UpstreamReply &reply, int attempt, milliseconds unit)
 {
-    bool ok = false;
-    const int seconds = retryAfter.trimmed().toInt(&ok);
-    return ok && seconds > 0 ? seconds * unit : attempt * unit;
+    const std::optional<std::chrono::seconds> wished = wishedWait(reply.retryAfter);
+    return wished ? wished->count() * unit : attempt * unit;
 }
 
 // Clients that failed together should not all come back together.
@@ -36,16 +35,19 @@ std::optional<milliseconds> delayBeforeRetry(const UpstreamReply &reply, int att
     }
     switch (reply.status) {
     case 429:
-        return isQuotaSpent(reply) || attempt >= mostFailedCalls
-            ? std::nullopt
-            : std::optional(wishedWait(reply.retryAfter, attempt, unit));
+        return isQuotaSpent(reply) || attempt >= mostFailedCalls ? std::nullopt
+                                                                 : std::optional(waitBefore(reply, attempt, unit));
     case 503:
+    case 529:
         // A local model is being loaded, which may take as long as the patience lasts.
-        return wishedWait(reply.retryAfter, 1, unit);
+        return waitBefore(reply, 1, unit);
+    case 408:
     case 500:
     case 502:
     case 504:
-        return attempt >= mostFailedCalls || isContextTooLong(reply) ? std::nullopt : std::optional(scattered(unit));
+        return attempt >= mostFailedCalls || isContextTooLong(reply) || lacksToolSetup(reply)
+            ? std::nullopt
+            : std::optional(scattered(unit));
     default:
         return {};
     }

@@ -1,5 +1,7 @@
 #include "openai/toolcalls.h"
 
+#include "openai/plaintext.h"
+
 #include <QVariant>
 
 #include <algorithm>
@@ -11,6 +13,7 @@ namespace {
 
 constexpr int mostCalls = 20;
 constexpr int highestNumber = 9999;
+constexpr int longestPhrase = 100;
 
 bool isGiven(const QJsonValue &value)
 {
@@ -36,10 +39,12 @@ QString written(const QJsonValue &value)
 // Reads one call into an intent. The first thing that is wrong is the problem.
 class CallReader {
 public:
-    CallReader(const ToolCall &call, const MediaNames &names, const QVector<MediaItem> &media)
+    CallReader(const ToolCall &call, const MediaNames &names, const QVector<MediaItem> &media,
+               const QVector<ShownItem> &shown)
         : m_call(call)
         , m_names(names)
         , m_media(media)
+        , m_shown(shown)
     { }
 
     void read(Understanding &understanding)
@@ -86,9 +91,8 @@ private:
     void readMedia()
     {
         const QString id = argument("media_id").toString();
-        const auto item = std::find_if(m_media.begin(), m_media.end(), [&](const MediaItem &i) { return i.id == id; });
-        if (!id.isEmpty() && item != m_media.end()) {
-            m_intent.media = static_cast<int>(item - m_media.begin());
+        m_intent.media = id.isEmpty() ? -1 : indexOf(id);
+        if (m_intent.media >= 0) {
             return;
         }
         const QString name = argument("media_name").toString();
@@ -104,6 +108,16 @@ private:
         }
         fail(match.found.isEmpty() ? Problem::UnknownMedia : Problem::SeveralMedia, spoken);
         m_candidates = match.found.isEmpty() ? match.similar : match.found;
+    }
+
+    int indexOf(const QString &id) const
+    {
+        const auto shown = std::find_if(m_shown.begin(), m_shown.end(), [&](const ShownItem &i) { return i.id == id; });
+        if (shown != m_shown.end()) {
+            return shown->index;
+        }
+        const auto item = std::find_if(m_media.begin(), m_media.end(), [&](const MediaItem &i) { return i.id == id; });
+        return item == m_media.end() ? -1 : static_cast<int>(item - m_media.begin());
     }
 
     void readVolume()
@@ -148,13 +162,14 @@ private:
     {
         if (m_problem == Problem::None) {
             m_problem = problem;
-            m_phrase = phrase;
+            m_phrase = plainLine(phrase, longestPhrase);
         }
     }
 
     const ToolCall &m_call;
     const MediaNames &m_names;
     const QVector<MediaItem> &m_media;
+    const QVector<ShownItem> &m_shown;
     Intent m_intent;
     Problem m_problem = Problem::None;
     QString m_phrase;
@@ -163,12 +178,13 @@ private:
 
 } // namespace
 
-Understanding understandCalls(const QVector<ToolCall> &calls, const MediaNames &names, const QVector<MediaItem> &media)
+Understanding understandCalls(const QVector<ToolCall> &calls, const MediaNames &names, const QVector<MediaItem> &media,
+                              const QVector<ShownItem> &shown)
 {
     Understanding understanding;
     const QVector<ToolCall> considered = calls.mid(0, mostCalls);
     for (const ToolCall &call : considered) {
-        CallReader(call, names, media).read(understanding);
+        CallReader(call, names, media, shown).read(understanding);
     }
     if (calls.size() > mostCalls && understanding.problem == Problem::None) {
         understanding.problem = Problem::Unsupported;

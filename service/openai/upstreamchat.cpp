@@ -1,14 +1,12 @@
 #include "openai/upstreamchat.h"
 
-#include "builtin/agentcommands.h"
-#include "builtin/wording.h"
 #include "openai/chatmessages.h"
+#include "openai/chatresult.h"
 #include "openai/instructions.h"
-#include "openai/mediaselection.h"
+#include "openai/medialibrary.h"
 #include "openai/notices.h"
 #include "openai/playbacktools.h"
 #include "openai/retries.h"
-#include "openai/toolcalls.h"
 #include "openai/upstreamerror.h"
 
 namespace tavro::assistantservice {
@@ -17,52 +15,15 @@ namespace {
 
 constexpr qint64 largestAnswer = 8 * 1024 * 1024;
 
-void append(QString &text, const QString &sentence)
+QJsonObject chatBody(const QString &model, const QVector<ChatMessage> &messages, const QVector<ShownItem> &shown,
+                     int librarySize, bool withTools)
 {
-    text += text.isEmpty() ? sentence : QStringLiteral("\n\n") + sentence;
-}
-
-// What is done is told by what was understood, whatever the model says that it does.
-TextResult carriedOut(const ChatReply &reply, const TextRequest &request, Language language)
-{
-    const MediaNames names(request.mediaList);
-    const Understanding understanding = understandCalls(reply.calls, names, request.mediaList);
-    TextResult result;
-    result.answer = reply.text;
-    append(result.answer, describe(understanding, names, request.mediaList.size(), language));
-    if (understanding.problem == Problem::None) {
-        result.agentCommands = agentCommands(understanding.intents, names);
-    }
-    return result;
-}
-
-TextResult resultOf(const ChatReply &reply, const TextRequest &request, Language language)
-{
-    TextResult result;
-    if (reply.isCut) {
-        result.answer = reply.text;
-        append(result.answer, noticeText(Notice::Cut, language));
-        return result;
-    }
-    if (!reply.calls.isEmpty()) {
-        return carriedOut(reply, request, language);
-    }
-    result.answer = reply.isFiltered && reply.text.isEmpty() ? noticeText(Notice::Withheld, language) : reply.text;
-    if (result.answer.isEmpty()) {
-        result.error = {ErrorCode::UpstreamFailed, QStringLiteral("The model gave an empty answer. Please try again.")};
-    }
-    return result;
-}
-
-QJsonObject chatBody(const QString &model, const QVector<ChatMessage> &messages, const TextRequest &request,
-                     bool withTools)
-{
-    const QVector<MediaItem> media = mediaForModel(request.mediaList, messages);
     QJsonObject body{
         {QStringLiteral("model"), model},
-        {QStringLiteral("messages"), chatMessages(instructions(media, request.mediaList.size()), messages)}};
+        {QStringLiteral("stream"), false},
+        {QStringLiteral("messages"), chatMessages(instructions(), libraryBlock(shown, librarySize), messages)}};
     if (withTools) {
-        body.insert(QStringLiteral("tools"), playbackTools(media));
+        body.insert(QStringLiteral("tools"), playbackTools(shown));
     }
     return body;
 }
@@ -85,11 +46,13 @@ TextResult UpstreamChat::answer(const TextRequest &request, const std::atomic<bo
         return result;
     }
     QVector<ChatMessage> messages = alternating(request.messages);
-    UpstreamReply reply = ask(chatBody(model, messages, request, m_settings.tools), patience);
+    const QVector<ShownItem> shown = mediaForModel(request.mediaList, messages);
+    const auto body = [&] { return chatBody(model, messages, shown, request.mediaList.size(), m_settings.tools); };
+    UpstreamReply reply = ask(body(), patience);
     bool forgotten = false;
     while (isContextTooLong(reply) && dropOlderHalf(messages)) {
         forgotten = true;
-        reply = ask(chatBody(model, messages, request, m_settings.tools), patience);
+        reply = ask(body(), patience);
     }
     const std::optional<ChatReply> chat = reply.isGood() ? readChatReply(reply.body) : std::nullopt;
     if (!chat) {
@@ -97,9 +60,9 @@ TextResult UpstreamChat::answer(const TextRequest &request, const std::atomic<bo
         return result;
     }
     const Language language = detectLanguage(request.messages.last().content);
-    result = resultOf(*chat, request, language);
+    result = chatResult(*chat, request, shown, language);
     if (forgotten && !result.error) {
-        append(result.answer, noticeText(Notice::Forgotten, language));
+        result.answer += QStringLiteral("\n\n") + noticeText(Notice::Forgotten, language);
     }
     return result;
 }
@@ -125,10 +88,12 @@ UpstreamReply UpstreamChat::ask(const QJsonObject &body, const Patience &patienc
 ServiceError UpstreamChat::failure(const UpstreamReply &reply, const QString &model) const
 {
     if (reply.isGood()) {
-        return unusableAnswer(reply, m_settings.address);
+        return unusableAnswer(reply, m_settings.address, "choices");
     }
     ServiceError error = upstreamError(reply, m_settings.address, model);
-    if (m_settings.tools && refusesMember(reply, "tool")) {
+    if (m_settings.tools && lacksToolSetup(reply)) {
+        error.message += QStringLiteral(" (Start the model's server so, or this service with --tools off.)");
+    } else if (m_settings.tools && refusesMember(reply, "tool")) {
         error.message += QStringLiteral(" (Where a model has no tools, start the service with --tools off.)");
     }
     return error;

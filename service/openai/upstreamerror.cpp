@@ -1,79 +1,41 @@
 #include "openai/upstreamerror.h"
 
+#include "openai/errorbody.h"
 #include "openai/outcometext.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <algorithm>
+#include "openai/retryafter.h"
 
 namespace tavro::assistantservice {
 
 namespace {
 
-constexpr int longestMessage = 300;
-
-QString oneLine(const QString &text)
-{
-    const QString line = text.simplified();
-    return line.size() <= longestMessage ? line : line.left(longestMessage - 1) + QChar(0x2026);
-}
-
-// A list of what is wrong with the request, as some servers give it.
-QString listed(const QJsonArray &details)
-{
-    QStringList lines;
-    for (const QJsonValue &detail : details) {
-        lines.append(detail.isString() ? detail.toString() : detail.toObject().value(QLatin1String("msg")).toString());
-    }
-    lines.removeAll(QString());
-    return lines.join(QStringLiteral("; "));
-}
-
-QString textOf(const QJsonValue &value)
-{
-    return value.isArray() ? listed(value.toArray()) : value.toString();
-}
-
-QString messageIn(const QJsonObject &root)
-{
-    const QJsonValue error = root.value(QLatin1String("error"));
-    for (const QJsonValue &candidate : {error.toObject().value(QLatin1String("message")), error,
-                                        root.value(QLatin1String("message")), root.value(QLatin1String("detail"))}) {
-        const QString text = textOf(candidate);
-        if (!text.isEmpty()) {
-            return text;
-        }
-    }
-    return {};
-}
-
-// A page for a browser says nothing to an operator.
-bool isPage(const QByteArray &body)
-{
-    return body.trimmed().startsWith('<');
-}
-
-QString errorCode(const QByteArray &body)
-{
-    const QJsonObject root = QJsonDocument::fromJson(body).object();
-    const QJsonObject error = root.value(QLatin1String("error")).toObject();
-    const QJsonObject &holder = error.isEmpty() ? root : error;
-    return holder.value(QLatin1String("code")).toString() + QLatin1Char(' ')
-        + holder.value(QLatin1String("type")).toString();
-}
-
-bool containsAny(const QString &text, std::initializer_list<const char *> parts)
-{
-    return std::any_of(parts.begin(), parts.end(),
-                       [&](const char *part) { return text.contains(QLatin1String(part), Qt::CaseInsensitive); });
-}
-
 QString withReason(const QString &sentence, const QByteArray &body)
 {
     const QString reason = upstreamMessage(body);
     return reason.isEmpty() ? sentence : sentence + QStringLiteral(" It says: ") + reason;
+}
+
+QString withWait(const QString &sentence, const UpstreamReply &reply, const char *otherwise)
+{
+    const std::optional<std::chrono::seconds> wait = wishedWait(reply.retryAfter);
+    return sentence
+        + (wait ? QStringLiteral(" It asks for a wait of %1.").arg(waitText(*wait)) : QLatin1String(otherwise));
+}
+
+// Servers say 404 of both, an unknown model and an unknown address.
+bool isModelUnknown(const UpstreamReply &reply)
+{
+    const QString message = upstreamMessage(reply.body);
+    return containsAny(upstreamErrorCode(reply.body), {"model"})
+        || (containsAny(message, {"model"})
+            && containsAny(message, {"not found", "not exist", "no such", "unknown", "not available", "not loaded"}));
+}
+
+QString notFound(const UpstreamReply &reply, const QString &server, const QString &model)
+{
+    return !model.isEmpty() && isModelUnknown(reply)
+        ? QStringLiteral("There is no model \"%1\" at %2.").arg(model, server)
+        : QStringLiteral("The model's server %1 does not know this address. Please check it; most end in /v1.")
+              .arg(server);
 }
 
 QString refused(const UpstreamReply &reply, const QString &server, const QString &model)
@@ -89,27 +51,37 @@ QString refused(const UpstreamReply &reply, const QString &server, const QString
     case 403:
         return QStringLiteral("The model's server %1 does not accept the key.").arg(server);
     case 404:
-        return model.isEmpty() ? QStringLiteral("The model's server %1 does not know this address.").arg(server)
-                               : QStringLiteral("There is no model \"%1\" at %2.").arg(model, server);
+        return notFound(reply, server, model);
     case 429:
-        return QStringLiteral("The model's server %1 is asked too often. Please wait a moment.").arg(server);
+        return withWait(QStringLiteral("The model's server %1 is asked too often.").arg(server), reply,
+                        " Please wait a moment.");
     case 503:
-        return QStringLiteral("The model's server %1 is not ready. Please try again.").arg(server);
+    case 529:
+        return withWait(QStringLiteral("The model's server %1 is not ready.").arg(server), reply, " Please try again.");
     default:
         return QStringLiteral("The model's server %1 answered with status %2.").arg(server).arg(reply.status);
     }
 }
 
-} // namespace
-
-QString upstreamMessage(const QByteArray &body)
+QString whyUnusable(const UpstreamReply &reply, const char *member)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(body);
-    if (document.isObject()) {
-        return oneLine(messageIn(document.object()));
+    switch (bodyKind(reply)) {
+    case BodyKind::Empty:
+        return QStringLiteral("it is empty. Please look into the server's log.");
+    case BodyKind::Page:
+        return QStringLiteral("it is a web page, perhaps of a log-in or a proxy. Please check the address.");
+    case BodyKind::EventStream:
+        return QStringLiteral("it is a stream of events, which nobody asked for. Please have the server answer in one "
+                              "piece.");
+    case BodyKind::Json:
+        return QStringLiteral("there is nothing in its \"%1\". Please check the address; most end in /v1.")
+            .arg(QLatin1String(member));
+    default:
+        return QStringLiteral("it is no JSON that can be read. Please check the address.");
     }
-    return isPage(body) ? QString() : oneLine(QString::fromUtf8(body.left(4 * longestMessage)));
 }
+
+} // namespace
 
 ServiceError unansweredError(UpstreamReply::Outcome outcome, const QString &server)
 {
@@ -125,30 +97,39 @@ ServiceError upstreamError(const UpstreamReply &reply, const UpstreamAddress &ad
     return {ErrorCode::UpstreamFailed, withReason(refused(reply, address.text(), model), reply.body)};
 }
 
-ServiceError unusableAnswer(const UpstreamReply &reply, const UpstreamAddress &address)
+ServiceError unusableAnswer(const UpstreamReply &reply, const UpstreamAddress &address, const char *member)
 {
-    const QString sentence = QStringLiteral("What the model's server %1 answered cannot be used.").arg(address.text());
-    const bool json = QJsonDocument::fromJson(reply.body).isObject();
-    return {ErrorCode::UpstreamFailed, json ? withReason(sentence, reply.body) : sentence};
+    const QString sentence = QStringLiteral("What the model's server %1 answered cannot be used").arg(address.text());
+    const bool saysWhy = bodyKind(reply) == BodyKind::Json && !upstreamMessage(reply.body).isEmpty();
+    return {ErrorCode::UpstreamFailed,
+            saysWhy ? withReason(sentence + QLatin1Char('.'), reply.body)
+                    : sentence + QStringLiteral(": ") + whyUnusable(reply, member)};
 }
 
 bool isContextTooLong(const UpstreamReply &reply)
 {
     return reply.isAnswered()
-        && (containsAny(errorCode(reply.body), {"context_length_exceeded", "exceed_context_size"})
+        && (containsAny(upstreamErrorCode(reply.body), {"context_length_exceeded", "exceed_context_size"})
             || containsAny(upstreamMessage(reply.body), {"maximum context length", "context size", "context length"}));
 }
 
 bool refusesMember(const UpstreamReply &reply, const char *member)
 {
-    return reply.isAnswered() && (reply.status == 400 || reply.status == 422) && reply.body.contains(member);
+    return reply.isAnswered() && (reply.status == 400 || reply.status == 422 || reply.status == 500)
+        && reply.body.contains(member);
+}
+
+bool lacksToolSetup(const UpstreamReply &reply)
+{
+    return reply.isAnswered() && !reply.isGood()
+        && containsAny(upstreamMessage(reply.body), {"--jinja", "--enable-auto-tool-choice"});
 }
 
 bool isQuotaSpent(const UpstreamReply &reply)
 {
-    return reply.status == 429
-        && containsAny(errorCode(reply.body), {"insufficient_quota", "credit_balance_exhausted", "limit_exceeded"})
-        && !containsAny(errorCode(reply.body), {"rate_limit"});
+    const QString code = reply.status == 429 ? upstreamErrorCode(reply.body) : QString();
+    return containsAny(code, {"insufficient_quota", "credit_balance_exhausted", "limit_exceeded"})
+        && !containsAny(code, {"rate_limit"});
 }
 
 } // namespace tavro::assistantservice

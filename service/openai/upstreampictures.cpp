@@ -39,7 +39,7 @@ PictureResult UpstreamPictures::draw(const PictureRequest &request, const std::a
     const UpstreamReply reply = ask(request, patience);
     std::optional<PictureReply> made = reply.isGood() ? readPictureReply(reply.body) : std::nullopt;
     if (!made) {
-        result.error = reply.isGood() ? unusableAnswer(reply, m_settings.address)
+        result.error = reply.isGood() ? unusableAnswer(reply, m_settings.address, "data")
                                       : upstreamError(reply, m_settings.address, m_settings.model);
         return result;
     }

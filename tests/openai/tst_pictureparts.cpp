@@ -97,6 +97,16 @@ void PicturePartsTest::repliesAreRead_data()
                              << "https://h/p.png?sig=1";
     QTest::newRow("file address") << QByteArray(R"({"data":[{"url":"file:///etc/passwd"}]})") << false << QByteArray()
                                   << "";
+    QTest::newRow("broken lines") << QByteArray(R"({"data":[{"b64_json":"cGlj\r\ndHVy ZQ==\n"}]})") << true
+                                  << QByteArray("picture") << "";
+    QTest::newRow("alphabet of addresses")
+        << QByteArray(R"({"data":[{"b64_json":"-_-_"}]})") << true << QByteArray::fromBase64("+/+/") << "";
+    QTest::newRow("no padding") << QByteArray(R"({"data":[{"b64_json":"cGljdHVyZQ"}]})") << true
+                                << QByteArray("picture") << "";
+    QTest::newRow("another alphabet") << QByteArray(R"({"data":[{"b64_json":"cGl\u0416"}]})") << false << QByteArray()
+                                      << "";
+    QTest::newRow("padding in the middle")
+        << QByteArray(R"({"data":[{"b64_json":"cGl=dHVy"}]})") << false << QByteArray() << "";
     QTest::newRow("address with a password")
         << QByteArray(R"({"data":[{"url":"https://a:b@h/p.png"}]})") << false << QByteArray() << "";
     QTest::newRow("broken base64") << QByteArray(R"({"data":[{"b64_json":"***"}]})") << false << QByteArray() << "";

@@ -20,7 +20,7 @@ ToolCall callOf(const QString &name, const QByteArray &arguments)
 
 Understanding understand(const QVector<ToolCall> &calls)
 {
-    return understandCalls(calls, MediaNames(library), library);
+    return understandCalls(calls, MediaNames(library), library, mediaForModel(library, {}));
 }
 
 QByteArray commandsFor(const Understanding &understanding)
@@ -44,6 +44,7 @@ private Q_SLOTS:
     void firstProblemCounts();
     void severalCallsStayInOrder();
     void tooManyCallsAreRefused();
+    void shownIdMeansTheItem();
     void unreadableArgumentsAreAProblem();
     void toolsListTheIdsOfASmallLibrary();
 };
@@ -167,6 +168,18 @@ void PlaybackToolsTest::tooManyCallsAreRefused()
     QVERIFY(understand(QVector<ToolCall>(21, call)).problem == Problem::Unsupported);
 }
 
+void PlaybackToolsTest::shownIdMeansTheItem()
+{
+    const QVector<MediaItem> media{{QStringLiteral("m1"), QStringLiteral("One")},
+                                   {QString(5000, u'x'), QStringLiteral("Two")}};
+    const QVector<ShownItem> shown = mediaForModel(media, {});
+    const ToolCall call = callOf(QStringLiteral("play_media"), R"({"media_id":"item-2"})");
+    const Understanding understanding = understandCalls({call}, MediaNames(media), media, shown);
+    QVERIFY(understanding.problem == Problem::None);
+    const QJsonObject command = agentCommands(understanding.intents, MediaNames(media)).first().toObject();
+    QCOMPARE(command[QLatin1String("params")][QLatin1String("mediaId")].toString(), media[1].id);
+}
+
 void PlaybackToolsTest::unreadableArgumentsAreAProblem()
 {
     QVERIFY(understand({{QStringLiteral("play_generated_picture"), {}, false}}).problem == Problem::Unsupported);
@@ -175,7 +188,8 @@ void PlaybackToolsTest::unreadableArgumentsAreAProblem()
 void PlaybackToolsTest::toolsListTheIdsOfASmallLibrary()
 {
     const auto idParameter = [](const QVector<MediaItem> &media) {
-        const QJsonObject function = playbackTools(media).at(0).toObject().value(QLatin1String("function")).toObject();
+        const QJsonObject function =
+            playbackTools(mediaForModel(media, {})).at(0).toObject().value(QLatin1String("function")).toObject();
         return function[QLatin1String("parameters")][QLatin1String("properties")][QLatin1String("media_id")].toObject();
     };
     QCOMPARE(idParameter(library).value(QLatin1String("enum")).toArray(),

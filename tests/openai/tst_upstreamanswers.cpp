@@ -31,6 +31,8 @@ private Q_SLOTS:
     void cutAnswerIsToldSo();
     void filteredAnswerIsToldSo();
     void emptyAnswerIsAnError();
+    void longAnswerIsShortened();
+    void invisibleCharactersAreLeftOut();
     void manyAtOnce();
 };
 
@@ -48,12 +50,15 @@ void UpstreamAnswersTest::requestHoldsTheConversation()
     QCOMPARE(sent.header("Content-Type").value_or(""), QByteArray("application/json"));
     QCOMPARE(sent.header("Host").value_or(""), "127.0.0.1:" + QByteArray::number(server.port()));
     const QJsonObject body = sent.json();
-    QCOMPARE(body.keys(), (QStringList{QStringLiteral("messages"), QStringLiteral("model"), QStringLiteral("tools")}));
+    QCOMPARE(body.keys(),
+             (QStringList{QStringLiteral("messages"), QStringLiteral("model"), QStringLiteral("stream"),
+                          QStringLiteral("tools")}));
+    QCOMPARE(body.value(QLatin1String("stream")), QJsonValue(false));
     QCOMPARE(body.value(QLatin1String("model")).toString(), QStringLiteral("small"));
     QCOMPARE(body.value(QLatin1String("tools")).toArray().size(), 4);
     const QJsonArray messages = body.value(QLatin1String("messages")).toArray();
     QCOMPARE(messages.size(), 4);
-    QVERIFY(messages[0][QLatin1String("content")].toString().contains(QStringLiteral("Sunset Beach")));
+    QVERIFY(messages[1][QLatin1String("content")].toString().contains(QStringLiteral("Sunset Beach")));
     QCOMPARE(messages[3][QLatin1String("content")].toString(), QStringLiteral("How are you?"));
 }
 
@@ -164,7 +169,7 @@ void UpstreamAnswersTest::modelsMayBeMissing_data()
     QTest::addColumn<QString>("part");
     QTest::newRow("not found") << 404 << QByteArray("404 page not found") << "does not know this address";
     QTest::newRow("none") << 200 << QByteArray(R"({"data":[]})") << "names no model";
-    QTest::newRow("no list") << 200 << QByteArray("<html>") << "names no model";
+    QTest::newRow("no list") << 200 << QByteArray("<html>") << "is a web page";
 }
 
 void UpstreamAnswersTest::modelsMayBeMissing()
@@ -259,6 +264,22 @@ void UpstreamAnswersTest::emptyAnswerIsAnError()
     const TextResult result = upstream::ask(server, QStringLiteral("Hello"));
     QVERIFY(result.error.code == ErrorCode::UpstreamFailed);
     QVERIFY(result.error.message.contains(QStringLiteral("empty answer")));
+}
+
+void UpstreamAnswersTest::longAnswerIsShortened()
+{
+    ScriptedServer server;
+    server.expect("POST", upstream::chatTarget, upstream::text(QString(100001, u'x')));
+    const QString answer = upstream::ask(server, QStringLiteral("Hello")).answer;
+    QCOMPARE(answer.count(QLatin1Char('x')), 100000);
+    QVERIFY(answer.endsWith(QStringLiteral("\n\n(The answer is longer than is shown; its end is left out.)")));
+}
+
+void UpstreamAnswersTest::invisibleCharactersAreLeftOut()
+{
+    ScriptedServer server;
+    server.expect("POST", upstream::chatTarget, upstream::text(QStringLiteral("a\u001b[31mb\u202ec\r\nd\te")));
+    QCOMPARE(upstream::ask(server, QStringLiteral("Hello")).answer, QStringLiteral("a[31mbc\nd\te"));
 }
 
 void UpstreamAnswersTest::manyAtOnce()

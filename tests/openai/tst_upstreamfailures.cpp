@@ -1,8 +1,10 @@
 #include "openai/retries.h"
+#include "openai/retryafter.h"
 #include "openai/upstreamerror.h"
 #include "support/waiting.h"
 #include "upstream.h"
 
+#include <QLocale>
 #include <QTest>
 
 #include <future>
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void failureIsToldInWords();
     void serverThatIsNotThere();
     void keyIsNeverRepeated();
+    void refusedToolsNameTheOption_data();
     void refusedToolsNameTheOption();
     void passingFailureIsTriedAgain_data();
     void passingFailureIsTriedAgain();
@@ -47,6 +50,8 @@ private Q_SLOTS:
     void lastingFailureIsGivenUp();
     void loadingModelIsWaitedFor();
     void wishedWaitIsKept();
+    void waitsAreTold();
+    void waitBeyondTheLimitIsNotBegun_data();
     void waitBeyondTheLimitIsNotBegun();
     void timeIsLimited();
     void slowAnswerIsWaitedFor();
@@ -64,8 +69,18 @@ void UpstreamFailuresTest::failureIsToldInWords_data()
                          << "does not accept the key. It says: Invalid API Key";
     QTest::newRow("rights") << upstream::failure(403, QStringLiteral("no")) << "does not accept the key";
     QTest::newRow("model") << upstream::failure(404, QStringLiteral("no such model")) << "no model \"small\"";
-    QTest::newRow("plain text") << ScriptedAnswer::bytes("404 page\n not found", "text/plain").withStatus(404)
-                                << "It says: 404 page not found";
+    QTest::newRow("model by code") << upstream::failure(404, QStringLiteral("?"), QStringLiteral("model_not_found"))
+                                   << "no model \"small\"";
+    QTest::newRow("model to be pulled")
+        << ScriptedAnswer::bytes(R"({"error":"model \"small\" not found, try pulling it first"})").withStatus(404)
+        << "no model \"small\"";
+    QTest::newRow("address") << ScriptedAnswer::bytes("404 page\n not found", "text/plain").withStatus(404)
+                             << "does not know this address. Please check it; most end in /v1. It says: 404 page not "
+                                "found";
+    QTest::newRow("address, in details") << ScriptedAnswer::bytes(R"({"detail":"Not Found"})").withStatus(404)
+                                         << "does not know this address";
+    QTest::newRow("invisible characters")
+        << upstream::failure(400, QStringLiteral("a\u202eb\u0007c")) << "It says: abc";
     QTest::newRow("a page") << ScriptedAnswer::bytes("<html>Bad gateway</html>", "text/html").withStatus(418)
                             << "answered with status 418.";
     QTest::newRow("error as text") << ScriptedAnswer::bytes(R"({"error":"model crashed"})").withStatus(400)
@@ -83,7 +98,18 @@ void UpstreamFailuresTest::failureIsToldInWords_data()
                            << "no credit left. It says: pay";
     QTest::newRow("good status, error in it") << ScriptedAnswer::bytes(R"({"error":"Unexpected endpoint"})")
                                               << "cannot be used. It says: Unexpected endpoint";
-    QTest::newRow("good status, a page") << ScriptedAnswer::bytes("<html>", "text/html") << "cannot be used.";
+    QTest::newRow("good status, a page") << ScriptedAnswer::bytes("<html>", "text/html") << "it is a web page";
+    QTest::newRow("nothing") << ScriptedAnswer::bytes({}) << "cannot be used: it is empty";
+    QTest::newRow("a stream") << ScriptedAnswer::bytes("data: {\"choices\":[]}\n\n", "text/event-stream")
+                              << "stream of events";
+    QTest::newRow("a stream, badly named") << ScriptedAnswer::bytes("data: {\"choices\":[]}\n\n") << "stream of events";
+    QTest::newRow("no choices") << ScriptedAnswer::bytes(R"({"object":"list"})") << "nothing in its \"choices\"";
+    QTest::newRow("half of it") << ScriptedAnswer::bytes(R"({"choices":[)") << "no JSON";
+    QTest::newRow("too deep") << ScriptedAnswer::bytes(R"({"choices":)" + QByteArray(100, '[') + QByteArray(100, ']')
+                                                       + "}")
+                              << "no JSON that can be read";
+    QTest::newRow("a list twice") << ScriptedAnswer::bytes(R"({"choices":[1],"choices":[{"message":{"content":"a"}}]})")
+                                  << "no JSON that can be read";
     QTest::newRow("dropped") << ScriptedAnswer::drop() << "hung up without an answer";
     QTest::newRow("cut off") << upstream::text(QStringLiteral("Hello")).cutAfter(10) << "broke off";
     QTest::newRow("no HTTP") << ScriptedAnswer::garbage("hello\r\n\r\n") << "what is no HTTP";
@@ -121,18 +147,31 @@ void UpstreamFailuresTest::keyIsNeverRepeated()
     QVERIFY2(result.error.message.endsWith(QStringLiteral("provided: ***.")), qPrintable(result.error.message));
 }
 
+void UpstreamFailuresTest::refusedToolsNameTheOption_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("auto") << 400 << "\"auto\" tool choice requires --enable-auto-tool-choice";
+    QTest::newRow("template") << 500 << "tools param requires --jinja flag";
+    QTest::newRow("model") << 400 << "small does not support tools";
+}
+
+// Asking again is of no use.
 void UpstreamFailuresTest::refusedToolsNameTheOption()
 {
+    QFETCH(int, status);
+    QFETCH(QString, text);
     ScriptedServer server;
-    server.expect("POST", upstream::chatTarget,
-                  upstream::failure(400, QStringLiteral("\"auto\" tool choice requires --enable-auto-tool-choice")));
-    QVERIFY(upstream::ask(server, QStringLiteral("Hello")).error.message.contains(QStringLiteral("--tools off")));
+    server.always("POST", upstream::chatTarget, upstream::failure(status, text));
+    const QString message = upstream::ask(server, QStringLiteral("Hello")).error.message;
+    QVERIFY2(message.contains(QStringLiteral("--tools off")) && message.contains(text), qPrintable(message));
+    QCOMPARE(server.requestCount(), 1);
 }
 
 void UpstreamFailuresTest::passingFailureIsTriedAgain_data()
 {
     QTest::addColumn<int>("status");
-    for (const int status : {429, 500, 502, 503, 504}) {
+    for (const int status : {408, 429, 500, 502, 503, 504, 529}) {
         QTest::newRow(qPrintable(QString::number(status))) << status;
     }
 }
@@ -185,21 +224,51 @@ void UpstreamFailuresTest::wishedWaitIsKept()
     reply.status = 429;
     reply.retryAfter = "7";
     QCOMPARE(delayBeforeRetry(reply, 1, milliseconds(1000)), std::optional(milliseconds(7000)));
-    reply.retryAfter = "Wed, 21 Oct 2026 07:28:00 GMT";
+    reply.retryAfter = "Wed, 21 Oct 2015 07:28:00 GMT";
     QCOMPARE(delayBeforeRetry(reply, 2, milliseconds(1000)), std::optional(milliseconds(2000)));
+    const QDateTime later = QDateTime::currentDateTimeUtc().addSecs(1000);
+    reply.retryAfter = QLocale::c().toString(later, QStringLiteral("ddd, dd MMM yyyy HH:mm:ss")).toLatin1() + " GMT";
+    const milliseconds delay = delayBeforeRetry(reply, 1, milliseconds(1000)).value_or(milliseconds(0));
+    QVERIFY(delay > milliseconds(900'000) && delay <= milliseconds(1'000'000));
     // A server that wants no wait would be asked without a pause.
     reply.retryAfter = "0";
     QCOMPARE(delayBeforeRetry(reply, 1, milliseconds(1000)), std::optional(milliseconds(1000)));
 }
 
+void UpstreamFailuresTest::waitBeyondTheLimitIsNotBegun_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("wait");
+    QTest::addColumn<QString>("part");
+    QTest::newRow("seconds") << 429 << QByteArray("3600000")
+                             << "asked too often. It asks for a wait of more than a day.";
+    QTest::newRow("no integer") << 429 << QByteArray("99999999999") << "It asks for a wait of more than a day.";
+    QTest::newRow("no number at all") << 429 << QByteArray(400, '9') << "It asks for a wait of more than a day.";
+    QTest::newRow("a date") << 503 << QByteArray("Fri, 31 Dec 2100 23:59:59 GMT")
+                            << "is not ready. It asks for a wait of more than a day.";
+}
+
 void UpstreamFailuresTest::waitBeyondTheLimitIsNotBegun()
 {
+    QFETCH(int, status);
+    QFETCH(QByteArray, wait);
+    QFETCH(QString, part);
     ScriptedServer server;
     server.always("POST", upstream::chatTarget,
-                  upstream::failure(429, QStringLiteral("later")).withHeader("Retry-After", "86400000"));
+                  upstream::failure(status, QStringLiteral("later")).withHeader("Retry-After", wait));
     const TextResult result = upstream::ask(server, QStringLiteral("Hello"));
-    QVERIFY2(result.error.message.contains(QStringLiteral("asked too often")), qPrintable(result.error.message));
+    QVERIFY2(result.error.message.contains(part), qPrintable(result.error.message));
     QCOMPARE(server.requestCount(), 1);
+}
+
+void UpstreamFailuresTest::waitsAreTold()
+{
+    using std::chrono::seconds;
+    QCOMPARE(waitText(seconds(1)), QStringLiteral("1 second"));
+    QCOMPARE(waitText(seconds(120)), QStringLiteral("120 seconds"));
+    QCOMPARE(waitText(seconds(121)), QStringLiteral("3 minutes"));
+    QCOMPARE(waitText(seconds(7201)), QStringLiteral("3 hours"));
+    QCOMPARE(waitText(seconds(86401)), QStringLiteral("more than a day"));
 }
 
 // HTTP clients have limits of some seconds of their own, and models take longer.

@@ -63,8 +63,10 @@ private Q_SLOTS:
     void requestSaysWhatIsWanted();
     void pictureHasTheWantedSize();
     void describedAsTheModelUnderstoodIt();
+    void longDescriptionIsCut();
     void playingItIsAPartOfTheWish();
     void logoIsStamped();
+    void refusedFormatIsLeftOut_data();
     void refusedFormatIsLeftOut();
     void addressIsFetchedWithoutTheKey();
     void addressMaySendOn();
@@ -112,6 +114,15 @@ void UpstreamPicturesTest::describedAsTheModelUnderstoodIt()
     QCOMPARE(draw(server).description, QStringLiteral("A wall, painted red"));
 }
 
+void UpstreamPicturesTest::longDescriptionIsCut()
+{
+    ScriptedServer server;
+    server.expect("POST", upstream::pictureTarget,
+                  pictureAnswer({{QStringLiteral("b64_json"), QString::fromLatin1(redPng().toBase64())},
+                                 {QStringLiteral("revised_prompt"), QString(5000, u'x') + QChar(0x202e)}}));
+    QCOMPARE(draw(server).description, QString(999, u'x') + u'…');
+}
+
 void UpstreamPicturesTest::playingItIsAPartOfTheWish()
 {
     ScriptedServer server;
@@ -137,11 +148,20 @@ void UpstreamPicturesTest::logoIsStamped()
     QVERIFY(plain.bytes != stamped.bytes);
 }
 
+void UpstreamPicturesTest::refusedFormatIsLeftOut_data()
+{
+    QTest::addColumn<int>("status");
+    for (const int status : {400, 422, 500}) {
+        QTest::newRow(qPrintable(QString::number(status))) << status;
+    }
+}
+
 void UpstreamPicturesTest::refusedFormatIsLeftOut()
 {
+    QFETCH(int, status);
     ScriptedServer server;
     server.expect("POST", upstream::pictureTarget,
-                  upstream::failure(400, QStringLiteral("Unknown parameter: 'response_format'.")));
+                  upstream::failure(status, QStringLiteral("Unknown parameter: 'response_format'.")));
     server.expect("POST", upstream::pictureTarget, bytesAnswer(redPng()));
     QVERIFY(!draw(server).error);
     QVERIFY(!server.requests()[1].json().contains(QLatin1String("response_format")));
@@ -236,10 +256,12 @@ void UpstreamPicturesTest::failuresAreToldInWords_data()
     QTest::addColumn<ScriptedAnswer>("answer");
     QTest::addColumn<QString>("part");
     QTest::newRow("no such endpoint") << ScriptedAnswer::bytes("404 page not found").withStatus(404)
-                                      << "There is no model \"painter\"";
+                                      << "does not know this address";
+    QTest::newRow("no such model") << upstream::failure(404, QStringLiteral("The model 'painter' does not exist"))
+                                   << "There is no model \"painter\"";
     QTest::newRow("refused prompt") << upstream::failure(400, QStringLiteral("Rejected by the safety system."))
                                     << "It says: Rejected by the safety system.";
-    QTest::newRow("no picture in it") << ScriptedAnswer::bytes(R"({"data":[]})") << "cannot be used.";
+    QTest::newRow("no picture in it") << ScriptedAnswer::bytes(R"({"data":[]})") << "nothing in its \"data\"";
     QTest::newRow("bytes of something else") << bytesAnswer("hello") << "is not a picture";
 }
 

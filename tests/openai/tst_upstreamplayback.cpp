@@ -98,11 +98,13 @@ void UpstreamPlaybackTest::oneBadCallStopsAll()
 void UpstreamPlaybackTest::callAsTextIsNotCarriedOut()
 {
     ScriptedServer server;
-    const QString written = QStringLiteral(R"({"name":"stop_layer","arguments":{"layer_id":1}})");
-    server.expect("POST", upstream::chatTarget, upstream::text(written));
+    server.expect("POST", upstream::chatTarget,
+                  upstream::text(QStringLiteral(R"({"name":"stop_layer","arguments":{"layer_id":1}})")));
     const TextResult result = upstream::ask(server, QStringLiteral("stop layer 1"));
     QVERIFY(result.agentCommands.isEmpty());
-    QCOMPARE(result.answer, written);
+    QVERIFY2(result.answer.startsWith(QStringLiteral("The model writes its tool calls as text"))
+                 && result.answer.contains(QStringLiteral("--tools off")),
+             qPrintable(result.answer));
 }
 
 void UpstreamPlaybackTest::withoutToolsPlaybackGoesByRules()
