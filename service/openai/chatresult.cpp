@@ -3,6 +3,7 @@
 #include "builtin/agentcommands.h"
 #include "builtin/wording.h"
 #include "openai/notices.h"
+#include "openai/playbackwish.h"
 #include "openai/toolcalls.h"
 
 namespace tavro::assistantservice {
@@ -20,10 +21,13 @@ TextResult carriedOut(const ChatReply &reply, const TextRequest &request, const 
 {
     const MediaNames names(request.mediaList);
     const Understanding understanding = understandCalls(reply.calls, names, request.mediaList, shown);
+    const QString deed = describe(understanding, names, request.mediaList.size(), language);
+    const bool clear = understanding.problem == Problem::None;
+    const int unasked = clear ? firstUnasked(understanding.intents, PlaybackWish(request.messages, names)) : -1;
     TextResult result;
     result.answer = reply.text;
-    append(result.answer, describe(understanding, names, request.mediaList.size(), language));
-    if (understanding.problem == Problem::None) {
+    append(result.answer, unasked < 0 ? deed : unaskedText(deed, understanding.intents[unasked], language));
+    if (clear && unasked < 0) {
         result.agentCommands = agentCommands(understanding.intents, names);
     }
     return result;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grammar/language.h"
+#include "grammar/playback.h"
 
 namespace tavro::assistantservice {
 
@@ -14,5 +15,8 @@ enum class Notice {
 };
 
 QString noticeText(Notice notice, Language language);
+
+/// Says that the model wanted the deed, told in a whole sentence, without being asked; and how to ask for the intent.
+QString unaskedText(const QString &deed, const Intent &intent, Language language);
 
 } // namespace tavro::assistantservice
