@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QSize>
 #include <QString>
 #include <QVector>
@@ -64,6 +65,8 @@ public:
     virtual ~Engine() = default;
     virtual TextResult answer(const TextRequest &request, const std::atomic<bool> &cancelled) const = 0;
     virtual PictureResult draw(const PictureRequest &request, const std::atomic<bool> &cancelled) const = 0;
+    /// What whoever watches the service should know of the engine. Must not block.
+    virtual QJsonObject state() const { return {}; }
 };
 
 } // namespace tavro::assistantservice

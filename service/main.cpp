@@ -55,7 +55,9 @@ void warnWithoutToken(const Options &options)
 std::unique_ptr<Engine> makeEngine(const Options &options)
 {
     if (options.upstream) {
-        return std::make_unique<OpenAiEngine>(options.upstream->chat, options.upstream->pictures);
+        auto engine = std::make_unique<OpenAiEngine>(options.upstream->chat, options.upstream->pictures);
+        engine->begin();
+        return engine;
     }
     return std::make_unique<BuiltinEngine>();
 }

@@ -1,6 +1,7 @@
 #include "openai/openaiengine.h"
 
 #include "builtin/conversation.h"
+#include "servicelog.h"
 
 namespace tavro::assistantservice {
 
@@ -30,6 +31,38 @@ TextResult OpenAiEngine::answer(const TextRequest &request, const std::atomic<bo
 PictureResult OpenAiEngine::draw(const PictureRequest &request, const std::atomic<bool> &cancelled) const
 {
     return m_pictures ? m_pictures->draw(request, cancelled) : m_rules.draw(request, cancelled);
+}
+
+QJsonObject OpenAiEngine::state() const
+{
+    const QVector<const UpstreamClient *> servers = clients();
+    QJsonObject state{{QStringLiteral("upstream"), servers.first()->state()}};
+    if (servers.size() > 1) {
+        state.insert(QStringLiteral("pictureUpstream"), servers.last()->state());
+    }
+    return state;
+}
+
+void OpenAiEngine::begin()
+{
+    const QVector<const UpstreamClient *> servers = clients();
+    for (const UpstreamClient *const server : servers) {
+        if (server->showsKey()) {
+            serviceLog().warn("event=key-unprotected address={} text=\"the key goes over the net as it is; use https\"",
+                              server->address().text().toStdString());
+        }
+        m_checks.emplace_back(*server);
+    }
+}
+
+// One for both tasks is looked at once.
+QVector<const UpstreamClient *> OpenAiEngine::clients() const
+{
+    QVector<const UpstreamClient *> clients{&m_chat.client()};
+    if (m_pictures && !(m_pictures->client().address() == m_chat.client().address())) {
+        clients.append(&m_pictures->client());
+    }
+    return clients;
 }
 
 } // namespace tavro::assistantservice

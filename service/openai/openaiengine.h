@@ -2,8 +2,10 @@
 
 #include "builtin/builtinengine.h"
 #include "openai/upstreamchat.h"
+#include "openai/upstreamcheck.h"
 #include "openai/upstreampictures.h"
 
+#include <list>
 #include <optional>
 
 namespace tavro::assistantservice {
@@ -16,12 +18,21 @@ public:
 
     TextResult answer(const TextRequest &request, const std::atomic<bool> &cancelled) const override;
     PictureResult draw(const PictureRequest &request, const std::atomic<bool> &cancelled) const override;
+    /// "upstream" and, where there is another one for pictures, "pictureUpstream": what the last exchange came to.
+    QJsonObject state() const override;
+
+    /// Has the log tell whether the servers are there, and who can read the keys. Does not wait for it.
+    void begin();
 
 private:
+    QVector<const UpstreamClient *> clients() const;
+
     const bool m_tools;
     const BuiltinEngine m_rules;
     const UpstreamChat m_chat;
     std::optional<UpstreamPictures> m_pictures;
+    // After what they refer to.
+    std::list<UpstreamCheck> m_checks;
 };
 
 } // namespace tavro::assistantservice

@@ -14,6 +14,8 @@ public:
 
     TextResult answer(const TextRequest &request, const std::atomic<bool> &cancelled) const;
 
+    const UpstreamClient &client() const { return m_client; }
+
 private:
     ServiceError chooseModel(const TextRequest &request, const Patience &patience, QString &model) const;
     UpstreamReply ask(const QJsonObject &body, const Patience &patience) const;

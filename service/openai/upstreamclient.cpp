@@ -30,6 +30,14 @@ UpstreamReply UpstreamClient::post(const QString &target, const QJsonObject &bod
     return exchange({target, true, QJsonDocument(body).toJson(QJsonDocument::Compact), largestBody}, patience);
 }
 
+bool UpstreamClient::showsKey() const
+{
+    const QString &host = m_address.host;
+    const bool local =
+        host == QLatin1String("localhost") || classOf(host.toLatin1().constData()) == AddressClass::Loopback;
+    return !m_key.isEmpty() && !m_address.secure && !local;
+}
+
 UpstreamReply UpstreamClient::exchange(const Call &call, const Patience &patience) const
 {
     TransferRequest request;
@@ -46,6 +54,7 @@ UpstreamReply UpstreamClient::exchange(const Call &call, const Patience &patienc
     }
     request.largestBody = call.largestBody;
     UpstreamReply reply = loggedTransfer(request, call.target, patience);
+    m_state.note(reply);
     // What a server says of its failure is shown, and some repeat the key in it.
     if (!m_key.isEmpty() && !reply.isGood()) {
         reply.body.replace(m_key, "***");

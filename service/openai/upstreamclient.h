@@ -2,7 +2,7 @@
 
 #include "openai/patience.h"
 #include "openai/upstreamaddress.h"
-#include "openai/upstreamreply.h"
+#include "openai/upstreamstate.h"
 
 #include <QJsonObject>
 
@@ -20,6 +20,10 @@ public:
                        const Patience &patience) const;
 
     const UpstreamAddress &address() const { return m_address; }
+    /// True where whoever is on the way to the server can read the key.
+    bool showsKey() const;
+    /// How the server did at its last exchange; see UpstreamState.
+    QJsonObject state() const { return m_state.toJson(); }
 
 private:
     struct Call;
@@ -27,6 +31,7 @@ private:
 
     const UpstreamAddress m_address;
     const QByteArray m_key;
+    mutable UpstreamState m_state;
 };
 
 } // namespace tavro::assistantservice

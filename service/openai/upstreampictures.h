@@ -14,6 +14,8 @@ public:
 
     PictureResult draw(const PictureRequest &request, const std::atomic<bool> &cancelled) const;
 
+    const UpstreamClient &client() const { return m_client; }
+
 private:
     UpstreamReply ask(const PictureRequest &request, const Patience &patience) const;
     static ServiceError fetch(PictureReply &made, AddressClass upstream, const Patience &patience);

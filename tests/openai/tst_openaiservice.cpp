@@ -6,9 +6,19 @@
 
 #include <csignal>
 
+using tavro::testsupport::eventually;
 using tavro::testsupport::ScriptedAnswer;
 using tavro::testsupport::ScriptedServer;
-using tavro::testsupport::waitLimit;
+
+namespace {
+
+/// One that is asked for its models at the service's start.
+class ListedServer : public ScriptedServer {
+public:
+    ListedServer() { always("GET", upstream::modelsTarget, ScriptedAnswer::json({})); }
+};
+
+} // namespace
 
 /// The program itself between a panel and a model's server.
 class OpenAiServiceTest : public QObject {
@@ -20,6 +30,10 @@ private Q_SLOTS:
     void keyAndTextsStayOutOfTheLog();
     void stopDoesNotWaitForTheModel();
     void pictureComesFromTheServicesOwnAddress();
+    void serverIsLookedAtAtTheStart_data();
+    void serverIsLookedAtAtTheStart();
+    void keyOnTheOpenNetIsWarnedOf_data();
+    void keyOnTheOpenNetIsWarnedOf();
 
 private:
     static QStringList optionsFor(const ScriptedServer &server)
@@ -32,7 +46,7 @@ private:
 
 void OpenAiServiceTest::questionGoesToTheModelAndBack()
 {
-    ScriptedServer server;
+    ListedServer server;
     server.expect("POST", upstream::chatTarget, upstream::text(QStringLiteral("Paris.")));
     ServiceProcess service;
     QVERIFY(service.start(optionsFor(server)));
@@ -43,7 +57,7 @@ void OpenAiServiceTest::questionGoesToTheModelAndBack()
 
 void OpenAiServiceTest::failureReachesThePanelInWords()
 {
-    ScriptedServer server;
+    ListedServer server;
     server.expect("POST", upstream::chatTarget, upstream::failure(401, QStringLiteral("Invalid API Key")));
     ServiceProcess service;
     QVERIFY(service.start(optionsFor(server)));
@@ -56,14 +70,15 @@ void OpenAiServiceTest::failureReachesThePanelInWords()
 
 void OpenAiServiceTest::keyAndTextsStayOutOfTheLog()
 {
-    ScriptedServer server;
+    ListedServer server;
     server.expect("POST", upstream::chatTarget, upstream::text(QStringLiteral("an answer")));
     ServiceProcess service;
     service.setEnvironment(QStringLiteral("ASSISTANTSERVICE_UPSTREAM_KEY"), QStringLiteral("secret-key"));
     QVERIFY(service.start(optionsFor(server) << QStringLiteral("--log-level") << QStringLiteral("debug")));
     ServiceClient client(service);
     client.result(false, requestIdOf(client.post(paths::text, question("a question"))));
-    QCOMPARE(server.requests().first().header("Authorization").value_or(""), QByteArray("Bearer secret-key"));
+    QCOMPARE(server.requestsTo(upstream::chatTarget).first().header("Authorization").value_or(""),
+             QByteArray("Bearer secret-key"));
     const QByteArray log = service.standardError();
     QVERIFY2(log.contains("event=upstream endpoint=/v1/chat/completions outcome=answered status=200"), log.constData());
     for (const char *secret : {"secret-key", "a question", "an answer"}) {
@@ -73,20 +88,20 @@ void OpenAiServiceTest::keyAndTextsStayOutOfTheLog()
 
 void OpenAiServiceTest::stopDoesNotWaitForTheModel()
 {
-    ScriptedServer server;
+    ListedServer server;
     server.expect("POST", upstream::chatTarget, upstream::text(QStringLiteral("late")).held());
     ServiceProcess service;
     QVERIFY(service.start(optionsFor(server) << QStringLiteral("--upstream-seconds") << QStringLiteral("3600")));
     ServiceClient client(service);
     QCOMPARE(codeOf(client.post(paths::text, question("Hello"))), 0);
-    QVERIFY(server.waitForRequests(1, waitLimit));
+    QVERIFY(eventually([&] { return server.heldCount() == 1; }));
     service.signal(SIGTERM);
     QCOMPARE(service.exitCode(), 0);
 }
 
 void OpenAiServiceTest::pictureComesFromTheServicesOwnAddress()
 {
-    ScriptedServer server;
+    ListedServer server;
     // The smallest GIF there is: one white point.
     const QJsonObject picture{
         {QStringLiteral("b64_json"), QStringLiteral("R0lGODlhAQABAIAAAP///wAAACwAAAAAAQABAAACAkQBADs=")}};
@@ -100,6 +115,56 @@ void OpenAiServiceTest::pictureComesFromTheServicesOwnAddress()
     QVERIFY2(QUrl(address).path().startsWith(QStringLiteral("/pictures/")), qPrintable(address));
     const QByteArray fetched = client.get(QUrl(address).path().toLatin1());
     QVERIFY(fetched.contains("\x89PNG"));
+}
+
+Q_DECLARE_METATYPE(ScriptedAnswer)
+
+void OpenAiServiceTest::serverIsLookedAtAtTheStart_data()
+{
+    QTest::addColumn<ScriptedAnswer>("answer");
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("there") << ScriptedAnswer::bytes(R"({"data":[]})") << QByteArray("outcome=answered status=200");
+    QTest::newRow("without a list") << ScriptedAnswer::status(404) << QByteArray("outcome=answered status=404");
+    QTest::newRow("wrong key") << ScriptedAnswer::status(401) << QByteArray("outcome=answered status=401");
+    QTest::newRow("not there") << ScriptedAnswer::drop() << QByteArray("outcome=silent status=0");
+}
+
+void OpenAiServiceTest::serverIsLookedAtAtTheStart()
+{
+    QFETCH(ScriptedAnswer, answer);
+    QFETCH(QByteArray, line);
+    ScriptedServer server;
+    server.expect("GET", upstream::modelsTarget, answer);
+    ServiceProcess service;
+    QVERIFY(service.start(optionsFor(server)));
+    const QByteArray whole = "event=upstream-check address=" + server.url().toLatin1() + "/v1 " + line;
+    QVERIFY2(eventually([&] { return service.standardError().contains(whole); }), service.standardError().constData());
+    const bool fine = line.endsWith("200") || line.endsWith("404");
+    QCOMPARE(service.standardError().contains("level=warning event=upstream-check"), !fine);
+}
+
+void OpenAiServiceTest::keyOnTheOpenNetIsWarnedOf_data()
+{
+    QTest::addColumn<QString>("server");
+    QTest::addColumn<bool>("warned");
+    QTest::newRow("this machine") << "http://127.0.0.1:9/v1" << false;
+    QTest::newRow("this machine by name") << "http://localhost:9/v1" << false;
+    QTest::newRow("another") << "http://192.0.2.1:9/v1" << true;
+    QTest::newRow("another with TLS") << "https://192.0.2.1:9/v1" << false;
+}
+
+void OpenAiServiceTest::keyOnTheOpenNetIsWarnedOf()
+{
+    QFETCH(QString, server);
+    QFETCH(bool, warned);
+    ServiceProcess service;
+    service.setEnvironment(QStringLiteral("ASSISTANTSERVICE_UPSTREAM_KEY"), QStringLiteral("secret-key"));
+    QVERIFY(
+        service.start({QStringLiteral("--engine"), QStringLiteral("openai"), QStringLiteral("--upstream"), server}));
+    QCOMPARE(service.standardError().contains("event=key-unprotected address=" + server.toLatin1()), warned);
+    // Looking for a server that does not answer holds up nobody.
+    service.signal(SIGTERM);
+    QCOMPARE(service.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(OpenAiServiceTest)

@@ -1,3 +1,4 @@
+#include "openai/openaiengine.h"
 #include "openai/retries.h"
 #include "openai/retryafter.h"
 #include "openai/upstreamerror.h"
@@ -59,6 +60,7 @@ private Q_SLOTS:
     void cancellingEndsTheCall();
     void cancellingEndsTheWait();
     void endlessAnswerIsRefused();
+    void lastOutcomeIsRemembered();
 };
 
 void UpstreamFailuresTest::failureIsToldInWords_data()
@@ -333,6 +335,24 @@ void UpstreamFailuresTest::endlessAnswerIsRefused()
     server.expect("POST", upstream::chatTarget, ScriptedAnswer::endless());
     const TextResult result = upstream::ask(server, QStringLiteral("Hello"));
     QVERIFY2(result.error.message.contains(QStringLiteral("larger answer")), qPrintable(result.error.message));
+}
+
+void UpstreamFailuresTest::lastOutcomeIsRemembered()
+{
+    ScriptedServer server;
+    server.expect("POST", upstream::chatTarget, upstream::failure(401, QStringLiteral("no")));
+    const OpenAiEngine engine(upstream::chatSettings(server), std::nullopt);
+    const auto state = [&] { return engine.state().value(QLatin1String("upstream")).toObject(); };
+    QVERIFY(state().isEmpty());
+    const std::atomic<bool> cancelled{false};
+    engine.answer(upstream::question(QStringLiteral("Hello")), cancelled);
+    QCOMPARE(state().value(QLatin1String("outcome")).toString(), QStringLiteral("answered"));
+    QCOMPARE(state().value(QLatin1String("status")).toInt(), 401);
+    QVERIFY(state().value(QLatin1String("ageSeconds")).toInt(-1) >= 0);
+    server.stopListening();
+    engine.answer(upstream::question(QStringLiteral("Hello")), cancelled);
+    QCOMPARE(state().value(QLatin1String("outcome")).toString(), QStringLiteral("not-connected"));
+    QVERIFY(!engine.state().contains(QLatin1String("pictureUpstream")));
 }
 
 QTEST_GUILESS_MAIN(UpstreamFailuresTest)
