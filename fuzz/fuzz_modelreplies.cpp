@@ -3,6 +3,7 @@
 
 #include "grammar/medianames.h"
 #include "openai/chatreply.h"
+#include "openai/mediaselection.h"
 #include "openai/picturereply.h"
 #include "openai/retries.h"
 #include "openai/toolcalls.h"
@@ -22,7 +23,8 @@ void readChat(const QByteArray &body)
     const std::optional<ChatReply> reply = readChatReply(body);
     if (!reply)
         return;
-    const Understanding understanding = understandCalls(reply->calls, MediaNames(media), media);
+    const Understanding understanding =
+        understandCalls(reply->calls, MediaNames(media), media, mediaForModel(media, {}));
     for (const Intent &intent : understanding.intents)
         demand(intent.media < media.size());
 }
@@ -36,7 +38,7 @@ void readFailure(std::uint8_t selector, const QByteArray &body)
     reply.body = body;
     reply.retryAfter = body.left(40);
     upstreamError(reply, {}, QStringLiteral("model"));
-    unusableAnswer(reply, {});
+    unusableAnswer(reply, {}, "choices");
     isContextTooLong(reply);
     delayBeforeRetry(reply, 1, std::chrono::seconds(1));
 }

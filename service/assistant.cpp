@@ -180,9 +180,10 @@ Reply Assistant::picture(const QString &pictureId)
 
 Reply Assistant::health()
 {
-    const QJsonObject state{{QStringLiteral("status"), QStringLiteral("ok")},
-                            {QStringLiteral("unfinished"), m_store.unfinished()},
-                            {QStringLiteral("pictureBytes"), m_store.pictureBytes()}};
+    QJsonObject state = m_engine->state();
+    state.insert(QStringLiteral("status"), QStringLiteral("ok"));
+    state.insert(QStringLiteral("unfinished"), m_store.unfinished());
+    state.insert(QStringLiteral("pictureBytes"), m_store.pictureBytes());
     Reply reply;
     reply.body = QJsonDocument(state).toJson(QJsonDocument::Compact);
     return reply;

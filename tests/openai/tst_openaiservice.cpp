@@ -32,6 +32,7 @@ private Q_SLOTS:
     void pictureComesFromTheServicesOwnAddress();
     void serverIsLookedAtAtTheStart_data();
     void serverIsLookedAtAtTheStart();
+    void healthTellsOfTheServer();
     void keyOnTheOpenNetIsWarnedOf_data();
     void keyOnTheOpenNetIsWarnedOf();
 
@@ -141,6 +142,22 @@ void OpenAiServiceTest::serverIsLookedAtAtTheStart()
     QVERIFY2(eventually([&] { return service.standardError().contains(whole); }), service.standardError().constData());
     const bool fine = line.endsWith("200") || line.endsWith("404");
     QCOMPARE(service.standardError().contains("level=warning event=upstream-check"), !fine);
+}
+
+void OpenAiServiceTest::healthTellsOfTheServer()
+{
+    ListedServer server;
+    server.expect("POST", upstream::chatTarget, upstream::failure(401, QStringLiteral("Invalid API Key")));
+    ServiceProcess service;
+    QVERIFY(service.start(optionsFor(server)));
+    ServiceClient client(service);
+    const auto upstreamStatus = [&] {
+        const QJsonValue state = jsonOf(client.get("/healthz")).value(QLatin1String("upstream"));
+        return state.toObject().value(QLatin1String("status")).toInt();
+    };
+    QVERIFY(eventually([&] { return upstreamStatus() == 200; }));
+    client.result(false, requestIdOf(client.post(paths::text, question("Hello"))));
+    QCOMPARE(upstreamStatus(), 401);
 }
 
 void OpenAiServiceTest::keyOnTheOpenNetIsWarnedOf_data()
