@@ -2,6 +2,7 @@
 #include "aicontroller/imagecache.h"
 #include "common/hostlog.h"
 #include "common/loggingcategories.h"
+#include "common/logtext.h"
 
 #include <QGuiApplication>
 #include <QPixmap>
@@ -54,7 +55,8 @@ void AiController::Private::announceUnreachablePicture(const PicturedGeneratedPa
     if (!downloadManager)
         return;
     controller->sigGeneratePictureFinished(QString::fromStdString(pack.content), pack.picInfo, AIImage());
-    ZVAI_HOST_LOG(spdlog::level::err, "slotQueryImageDataFinished_ errorcode {} url {}", error, pack.source.url);
+    ZVAI_HOST_LOG(spdlog::level::err, "slotQueryImageDataFinished_ errorcode {} url {}", error,
+                  loggableAddress(pack.source.url));
 }
 
 void AiController::Private::announcePicture(const PicturedGeneratedPack &pack, const QImage &picture)
@@ -87,7 +89,7 @@ void AiController::Private::slotDownloadImageFinished()
     if (!reply || reply->error() != QNetworkReply::NoError) {
         const int error = reply ? reply->error() : QNetworkReply::UnknownNetworkError;
         ZVAI_HOST_LOG(spdlog::level::err, "slotDownloadImageFinished_ errorcode {} url {}", error,
-                      strLastPictureUrl.toStdString());
+                      loggableAddress(strLastPictureUrl).toStdString());
         return;
     }
     const QByteArray bytes = reply->readAll();

@@ -2,6 +2,7 @@
 #include "aicontroller/servicemessages.h"
 #include "common/hostlog.h"
 #include "common/loggingcategories.h"
+#include "common/logtext.h"
 
 #include <QMetaEnum>
 
@@ -203,12 +204,12 @@ void AiController::Private::deliver(const ResultReply &result)
 bool AiController::Private::deliverPicture(const QString &url, const QString &description)
 {
     if (url == strLastPictureUrl) {
-        qCDebug(lcController) << "Same picture URL received, skipping duplicate processing:" << url;
+        qCDebug(lcController) << "Same picture URL received, skipping duplicate processing:" << loggableAddress(url);
         return false;
     }
     strDescription = description;
     strLastPictureUrl = url;
-    ZVAI_HOST_LOG(spdlog::level::info, "notifyGeneratePictureFinished url {}", url.toStdString());
+    ZVAI_HOST_LOG(spdlog::level::info, "notifyGeneratePictureFinished url {}", loggableAddress(url).toStdString());
     const PicturedGeneratedPack pack{
         strPrompt.toStdString(), pictureInfo, {description.toStdString(), url.toStdString()}};
     if (ProxyServerPort *const proxy = server("GenerateImageFinished"))

@@ -1,6 +1,7 @@
 #include "protocol/httpclientwrapper.h"
 
 #include "common/hostlog.h"
+#include "common/logtext.h"
 #include "protocol/httpclientwrapper_p.h"
 #include "protocol/taskqueue.h"
 
@@ -41,7 +42,8 @@ ReplyPointer followed(QNetworkReply *reply, const std::string &url)
 {
     QObject::connect(reply, &QNetworkReply::sslErrors, reply, [url](const QList<QSslError> &errors) {
         for (const QSslError &error : errors)
-            ZVAI_HOST_LOG(spdlog::level::err, "reply error, url: {}, {}", url, error.errorString().toStdString());
+            ZVAI_HOST_LOG(spdlog::level::err, "reply error, url: {}, {}", loggableAddress(url),
+                          loggable(error.errorString()).toStdString());
     });
     return ReplyPointer(reply);
 }
@@ -101,7 +103,8 @@ bool isWhole(const QNetworkReply &reply, const std::string &url)
 {
     if (reply.error() == QNetworkReply::NoError)
         return true;
-    ZVAI_HOST_LOG(spdlog::level::err, "reply error, url: {}, {}", url, reply.errorString().toStdString());
+    ZVAI_HOST_LOG(spdlog::level::err, "reply error, url: {}, {}", loggableAddress(url),
+                  loggable(withoutCredentials(reply.errorString())).toStdString());
     return false;
 }
 
@@ -150,12 +153,13 @@ void HttpClientWrapper::Private::dropManager()
 bool HttpClientWrapper::Private::canSend(const std::string &url, const Headers &sent) const
 {
     if (!manager || manager->thread() != QThread::currentThread()) {
-        ZVAI_HOST_LOG(spdlog::level::err, "request refused, url: {}, {}", url,
+        ZVAI_HOST_LOG(spdlog::level::err, "request refused, url: {}, {}", loggableAddress(url),
                       manager ? "not the worker's thread" : "no worker");
         return false;
     }
     if (!areSafe(sent)) {
-        ZVAI_HOST_LOG(spdlog::level::err, "request refused, url: {}, a header has a line break in it", url);
+        ZVAI_HOST_LOG(spdlog::level::err, "request refused, url: {}, a header has a line break in it",
+                      loggableAddress(url));
         return false;
     }
     return true;
@@ -188,17 +192,18 @@ HttpClientWrapper::Result HttpClientWrapper::get(const std::string &url, const H
         return {};
     const ReplyPointer reply = followed(d->manager->get(makeRequest(url, headers)), url);
     if (!waitUntilFinished(*reply)) {
-        ZVAI_HOST_LOG(spdlog::level::err, "get reply timeout, url: {}", url);
+        ZVAI_HOST_LOG(spdlog::level::err, "get reply timeout, url: {}", loggableAddress(url));
         return {};
     }
     std::string body = reply->readAll().toStdString();
     const bool whole = isWhole(*reply, url);
     if (statusOf(*reply) != 200) {
-        ZVAI_HOST_LOG(spdlog::level::err, "get reply err, url: {}, status code: {}", url, statusOf(*reply));
+        ZVAI_HOST_LOG(spdlog::level::err, "get reply err, url: {}, status code: {}", loggableAddress(url),
+                      statusOf(*reply));
         return {};
     }
     if (log)
-        ZVAI_HOST_LOG(spdlog::level::info, "get reply: {}", body);
+        ZVAI_HOST_LOG(spdlog::level::info, "get reply: {}", loggable(body));
     return whole ? resultOf(std::move(body)) : Result();
 }
 
@@ -211,14 +216,14 @@ HttpClientWrapper::Result HttpClientWrapper::post(const std::string &url, const 
     request.setRawHeader("Accept", "*/*");
     request.setRawHeader("Content-Type", "application/json");
     if (log) {
-        ZVAI_HOST_LOG(spdlog::level::info, "post url: {}", url);
+        ZVAI_HOST_LOG(spdlog::level::info, "post url: {}", loggableAddress(url));
         ZVAI_HOST_LOG(spdlog::level::info, "post headers: {}", headersOf(request));
-        ZVAI_HOST_LOG(spdlog::level::info, "post data: {}", body);
+        ZVAI_HOST_LOG(spdlog::level::info, "post data: {}", loggable(body));
     }
     const ReplyPointer reply = followed(d->manager->post(request, QByteArray::fromStdString(body)), url);
     if (!waitUntilFinished(*reply)) {
         // The text is that of a GET, which readers of the log know.
-        ZVAI_HOST_LOG(spdlog::level::err, "get reply timeout, url: {}", url);
+        ZVAI_HOST_LOG(spdlog::level::err, "get reply timeout, url: {}", loggableAddress(url));
         return {};
     }
     const bool whole = isWhole(*reply, url);
@@ -227,7 +232,7 @@ HttpClientWrapper::Result HttpClientWrapper::post(const std::string &url, const 
         ZVAI_HOST_LOG(spdlog::level::err, "post reply err, status code: {}", status);
     std::string answer = reply->readAll().toStdString();
     if (log)
-        ZVAI_HOST_LOG(spdlog::level::info, "post reply: {}", answer);
+        ZVAI_HOST_LOG(spdlog::level::info, "post reply: {}", loggable(answer));
     return status == 200 && whole ? resultOf(std::move(answer)) : Result();
 }
 
