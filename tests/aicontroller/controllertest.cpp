@@ -9,5 +9,5 @@ void ControllerTest::cleanup()
 {
     const QStringList leftovers = f->leftovers();
     f.reset();
-    QCOMPARE(leftovers, QStringList());
+    QCOMPARE(leftovers.join(QLatin1Char('\n')), QString());
 }

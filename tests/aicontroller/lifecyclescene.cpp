@@ -32,7 +32,7 @@ bool LifecycleScene::isReading() const
 {
     return eventually([this] {
         const auto *const reply = openReply();
-        return reply && reply->bytesAvailable() > 0;
+        return reply && reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
     });
 }
 

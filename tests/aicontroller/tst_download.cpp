@@ -160,6 +160,7 @@ void DownloadTest::errorIsLoggedAndNotAnnounced()
     else if (kind == "refused")
         f->server.stopListening();
     const ExpectedLog failure(f->log, QStringLiteral("slotDownloadImageFinished_"));
+    const ExpectedLog refusal(f->log, QStringLiteral("only http and https"), error == 301 ? 1 : 0);
     QVERIFY(download(kind == "empty" ? QString() : url()));
 
     const QVector<LogLine> lines = f->log.hostLines();

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QTest>
 
+#include <algorithm>
+
 namespace {
 
 const QByteArray picturePath = QByteArrayLiteral("/pictures/1");
@@ -65,6 +67,7 @@ QVector<QByteArray> namesOfHeaders(const HttpRequest &request)
     QVector<QByteArray> names;
     for (const HttpRequest::Header &header : request.headers)
         names.append(header.first);
+    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -205,6 +208,7 @@ void ImageFetchTest::networkErrorIsAnnouncedAndThenLogged()
     f.controller.sigGeneratePictureFinished.connect(
         [&](const auto &, const auto &, const auto &) { linesWhenAnnounced = f.log.hostLines().size(); });
     const ExpectedLog failure(f.log, QStringLiteral("slotQueryImageDataFinished_"));
+    const ExpectedLog refusal(f.log, QStringLiteral("only http and https"), error == 301 ? 1 : 0);
     QVERIFY(fetch(f, pack));
 
     QVERIFY(isEmpty(imageOf(f)));
@@ -232,14 +236,14 @@ void ImageFetchTest::brokenConnectionWithinTheBodyGivesNoPicture()
     ControllerFixture f;
     const ExpectedLog broken = readersMayComplain(f.log);
     const ExpectedLog failure(f.log, QStringLiteral("slotQueryImageDataFinished_ errorcode 2 "), 0);
-    f.server.expect("GET", picturePath,
+    // Qt asks once more where it has read nothing yet.
+    f.server.always("GET", picturePath,
                     ScriptedAnswer::bytes(picturebytes::noisyPng({100, 100})).heldAfter(2000).resetAfter(3000));
     f.controller.queryImageData(packAt(f));
-    // Qt asks once more where nothing has come yet.
-    const auto *reply = f.d.downloadManager->findChild<QNetworkReply *>();
-    QVERIFY(eventually([&] { return reply->bytesAvailable() > 0; }));
-    f.server.releaseNext();
-    QVERIFY(f.signalled.generatePictureFinished.waitFor(1));
+    QVERIFY(eventually([&] {
+        f.server.releaseNext();
+        return f.signalled.generatePictureFinished.count() == 1;
+    }));
     QVERIFY(f.repliesDone());
     QVERIFY(isEmpty(imageOf(f)));
     QCOMPARE(failure.seen() + f.log.count(unreadableText()), 1);
@@ -258,9 +262,10 @@ void ImageFetchTest::redirectIsNotFollowed()
     QFETCH(int, status);
     ControllerFixture f;
     f.server.expect("GET", picturePath, ScriptedAnswer::redirect(status, "/elsewhere"));
+    const ExpectedLog failure(f.log, QRegularExpression(QStringLiteral("/elsewhere|errorcode 10 ")), 2);
     QVERIFY(fetch(f, packAt(f)));
     QVERIFY(isEmpty(imageOf(f)));
-    QCOMPARE(f.log.count(unreadableText()), 1);
+    QCOMPARE(f.log.count(unreadableText()), 0);
     QCOMPARE(f.server.requestCount(), 1);
     QCOMPARE(f.leftovers().join(QLatin1Char('\n')), QString());
 }
@@ -277,6 +282,7 @@ void ImageFetchTest::requestCarriesNoHeadersOfItsOwn()
     QVERIFY(eventually([&] { return reply->isFinished(); }));
     const QVector<HttpRequest> requests = f.server.requests();
     QCOMPARE(requests.size(), 2);
+    // What may be sent packed is told in another place of the head, and otherwise.
     QCOMPARE(namesOfHeaders(requests.at(0)), namesOfHeaders(requests.at(1)));
     for (const char *name : {"token", "userId", "node", "deviceId", "Content-Type", "Cookie"})
         QVERIFY2(!requests.first().header(name), name);

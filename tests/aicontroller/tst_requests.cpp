@@ -88,6 +88,7 @@ void RequestsTest::domainIsPrefixedAsItIs()
 
 void RequestsTest::emptyDomainFailsOnTheBarePath()
 {
+    const ExpectedLog refusals(f->log, QStringLiteral("only http and https"), 2);
     f->controller.setDomain({});
     f->controller.generateText(QStringLiteral("question"));
     QCOMPARE(f->d.resultRequest.url(), QUrl(QStringLiteral("/ai/texttotext/generate/")));

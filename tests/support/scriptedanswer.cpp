@@ -75,6 +75,14 @@ ScriptedAnswer ScriptedAnswer::withHeader(const QByteArray &name, const QByteArr
     return changed(*this, [&](ScriptedAnswer &answer) { answer.m_headers.append({name, value}); });
 }
 
+ScriptedAnswer ScriptedAnswer::withHeaders(int count) const
+{
+    return changed(*this, [=](ScriptedAnswer &answer) {
+        for (int number = 1; number <= count; ++number)
+            answer.m_headers.append({"X-" + QByteArray::number(number), "value"});
+    });
+}
+
 ScriptedAnswer ScriptedAnswer::chunked() const
 {
     return changed(*this, [](ScriptedAnswer &answer) { answer.m_framing = Framing::Chunked; });

@@ -54,6 +54,7 @@ public:
 
     ScriptedAnswer withStatus(int code) const;
     ScriptedAnswer withHeader(const QByteArray &name, const QByteArray &value) const;
+    ScriptedAnswer withHeaders(int count) const; ///< that many more, each with a name of its own
     ScriptedAnswer chunked() const;
     ScriptedAnswer untilClose() const;
 

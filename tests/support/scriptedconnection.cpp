@@ -30,7 +30,7 @@ ScriptedConnection::ScriptedConnection(QTcpSocket *socket, ServerBook &book, QOb
     m_socket->setParent(this);
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     connect(m_socket, &QTcpSocket::readyRead, this, &ScriptedConnection::onReadyRead);
-    connect(m_socket, &QTcpSocket::bytesWritten, this, &ScriptedConnection::pump);
+    connect(m_socket, &QTcpSocket::bytesWritten, this, &ScriptedConnection::onBytesWritten);
     connect(m_socket, &QTcpSocket::disconnected, this, &ScriptedConnection::onDisconnected);
 }
 
@@ -71,6 +71,12 @@ void ScriptedConnection::onReadyRead()
         m_book.complain(m_reader.error());
         m_socket->abort();
     }
+}
+
+void ScriptedConnection::onBytesWritten(qint64 bytes)
+{
+    m_book.noteTaken(bytes);
+    pump();
 }
 
 void ScriptedConnection::onDisconnected()

@@ -34,6 +34,7 @@ Q_SIGNALS:
 
 private:
     void onReadyRead();
+    void onBytesWritten(qint64 bytes);
     void onDisconnected();
     void start(const HttpRequest &request);
     void pump();

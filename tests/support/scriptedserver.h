@@ -43,6 +43,9 @@ public:
         return m_book.waitForRequests(count, limit);
     }
 
+    /// Bytes of answers that left for the clients, what still waits in the system's own buffers included.
+    qint64 bytesTaken() const { return m_book.bytesTaken(); }
+
     int heldCount() const { return m_book.heldCount(); }
     bool releaseNext(); ///< lets the answer go that was held first; false where none is held
     bool release(const QByteArray &target); ///< the same among the answers to requests for @p target

@@ -75,6 +75,12 @@ void ServerBook::changeHeld(int difference)
     m_held += difference;
 }
 
+void ServerBook::noteTaken(qint64 bytes)
+{
+    const std::lock_guard lock(m_mutex);
+    m_taken += bytes;
+}
+
 void ServerBook::complain(const QString &what)
 {
     const std::lock_guard lock(m_mutex);
@@ -105,6 +111,11 @@ int ServerBook::connectionsOpened() const
 int ServerBook::connectionsOpen() const
 {
     return locked([this] { return m_open; });
+}
+
+qint64 ServerBook::bytesTaken() const
+{
+    return locked([this] { return m_taken; });
 }
 
 int ServerBook::heldCount() const

@@ -28,6 +28,7 @@ public:
     int openConnection(); ///< its number, from 1
     void closeConnection();
     void changeHeld(int difference);
+    void noteTaken(qint64 bytes);
     void complain(const QString &what);
 
     QVector<HttpRequest> requests() const;
@@ -36,6 +37,7 @@ public:
     int connectionsOpened() const;
     int connectionsOpen() const;
     int heldCount() const;
+    qint64 bytesTaken() const;
 
     /// Everything that keeps the script from being "nothing left": answers not asked for, requests not announced,
     /// answers still held, bytes that were no request.
@@ -57,6 +59,7 @@ private:
     int m_opened = 0;
     int m_open = 0;
     int m_held = 0;
+    qint64 m_taken = 0;
 };
 
 } // namespace tavro::testsupport

@@ -8,11 +8,21 @@
 #include <QPixmap>
 #include <QUrl>
 
+#include <chrono>
 #include <utility>
 
 namespace tavro::aiassistant {
 
 namespace {
+
+constexpr std::chrono::milliseconds pictureStall{30'000};
+
+QNetworkRequest pictureRequest(const QString &address)
+{
+    QNetworkRequest request{QUrl(address)};
+    request.setTransferTimeout(static_cast<int>(pictureStall.count()));
+    return request;
+}
 
 QPixmap toPixmap(const QImage &picture)
 {
@@ -31,8 +41,7 @@ void AiController::Private::queryImageData(const PicturedGeneratedPack &pack)
         return;
     }
     pendingImagePack = pack;
-    const QNetworkReply *const reply =
-        downloadManager->get(QNetworkRequest(QUrl(QString::fromStdString(pack.source.url))));
+    const QNetworkReply *const reply = downloadManager->get(pictureRequest(QString::fromStdString(pack.source.url)));
     connect(reply, &QNetworkReply::finished, this, &Private::slotQueryImageDataFinished);
 }
 
@@ -40,14 +49,14 @@ void AiController::Private::queryImageData(const PicturedGeneratedPack &pack)
 void AiController::Private::slotQueryImageDataFinished()
 {
     const ReplySlot running(this);
-    QNetworkReply *const reply = finishedReply();
+    BoundedReply *const reply = finishedReply();
     const PicturedGeneratedPack pack = std::exchange(pendingImagePack, {});
     if (!reply || reply->error() != QNetworkReply::NoError) {
         const int error = reply ? reply->error() : QNetworkReply::UnknownNetworkError;
         decoder.decode({}, [this, pack, error](const QImage &) { announceUnreachablePicture(pack, error); });
         return;
     }
-    decoder.decode(reply->readAll(), [this, pack](const QImage &picture) { announcePicture(pack, picture); });
+    decoder.decode(reply->takeBody(), [this, pack](const QImage &picture) { announcePicture(pack, picture); });
 }
 
 void AiController::Private::announceUnreachablePicture(const PicturedGeneratedPack &pack, int error)
@@ -78,21 +87,21 @@ void AiController::Private::slotDownloadPicture(const QString &strNetUrl)
 {
     if (!canUseNetwork("a download"))
         return;
-    const QNetworkReply *const reply = downloadManager->get(QNetworkRequest(QUrl(strNetUrl)));
+    const QNetworkReply *const reply = downloadManager->get(pictureRequest(strNetUrl));
     connect(reply, &QNetworkReply::finished, this, &Private::slotDownloadImageFinished);
 }
 
 void AiController::Private::slotDownloadImageFinished()
 {
     const ReplySlot running(this);
-    QNetworkReply *const reply = finishedReply();
+    BoundedReply *const reply = finishedReply();
     if (!reply || reply->error() != QNetworkReply::NoError) {
         const int error = reply ? reply->error() : QNetworkReply::UnknownNetworkError;
         ZVAI_HOST_LOG(spdlog::level::err, "slotDownloadImageFinished_ errorcode {} url {}", error,
                       loggableAddress(strLastPictureUrl).toStdString());
         return;
     }
-    const QByteArray bytes = reply->readAll();
+    const QByteArray bytes = reply->takeBody();
     if (imagecache::makeDirectory())
         qCDebug(lcController) << "Picture cathe Dir has been created" << imagecache::directory();
     else

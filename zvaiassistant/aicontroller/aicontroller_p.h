@@ -1,13 +1,13 @@
 #pragma once
 
 #include "aicontroller/aicontroller.h"
+#include "aicontroller/boundednetwork.h"
 #include "aicontroller/picturedecoder.h"
 #include "aicontroller/proxyports.h"
 #include "common/taskreceiver.h"
 
 #include <QByteArray>
 #include <QJsonArray>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QPointer>
@@ -79,7 +79,7 @@ public:
     void stopTimer();
 
     // Replies and polling.
-    QNetworkReply *finishedReply() const;
+    BoundedReply *finishedReply() const;
     ChatItemBasic currentItem(const QString &message = {}) const;
     void dropStopped();
     void dealActiveQuery();
@@ -101,8 +101,8 @@ public:
     std::atomic<ProxyServerPort *> proxyServer{nullptr};
     QJsonArray historyArray;
     QNetworkRequest resultRequest; ///< carries the headers of all requests to the service
-    std::unique_ptr<QNetworkAccessManager> requestManager; ///< null after clear()
-    std::unique_ptr<QNetworkAccessManager> downloadManager; ///< null after clear()
+    std::unique_ptr<BoundedNetwork> requestManager; ///< null after clear()
+    std::unique_ptr<BoundedNetwork> downloadManager; ///< null after clear()
     QString domain;
     QTimer *pQueryTimer = nullptr;
     int nTickCount = 0;

@@ -22,6 +22,12 @@ bool hasFailed(const QNetworkReply *reply)
     return !reply || reply->error() != QNetworkReply::NoError;
 }
 
+ServiceReply readingOf(const BoundedReply &reply)
+{
+    const auto *const reading = std::any_cast<ServiceReply>(&reply.reading());
+    return reading ? *reading : ServiceReply();
+}
+
 // The product is meant to be a 32-bit one.
 int elapsedMs(int ticks, int intervalMs)
 {
@@ -30,9 +36,9 @@ int elapsedMs(int ticks, int intervalMs)
 
 } // namespace
 
-QNetworkReply *AiController::Private::finishedReply() const
+BoundedReply *AiController::Private::finishedReply() const
 {
-    auto *const reply = qobject_cast<QNetworkReply *>(sender());
+    auto *const reply = qobject_cast<BoundedReply *>(sender());
     if (reply)
         reply->deleteLater();
     return reply;
@@ -59,7 +65,7 @@ void AiController::Private::dropStopped()
 void AiController::Private::slotRequestFinished()
 {
     const ReplySlot running(this);
-    QNetworkReply *const reply = finishedReply();
+    const BoundedReply *const reply = finishedReply();
     if (bStopGenerate) {
         dropStopped();
         return;
@@ -69,7 +75,7 @@ void AiController::Private::slotRequestFinished()
         controller->requestFailed(currentItem());
         return;
     }
-    const GenerationReply answer = readGenerationReply(reply->readAll());
+    const GenerationReply answer = readingOf(*reply).generation;
     switch (answer.kind) {
     case GenerationReply::Kind::NotJson:
         qCDebug(lcController) << "Failed to parse JSON response.";
@@ -137,7 +143,7 @@ void AiController::Private::queryResult(const QString &reqId, bool pictureMode)
 void AiController::Private::slotQueryFinished()
 {
     const ReplySlot running(this);
-    QNetworkReply *const reply = finishedReply();
+    const BoundedReply *const reply = finishedReply();
     if (bStopGenerate) {
         dropStopped();
         return;
@@ -148,7 +154,7 @@ void AiController::Private::slotQueryFinished()
         controller->requestFailed(currentItem());
         return;
     }
-    const ResultReply result = readResultReply(reply->readAll());
+    const ResultReply result = readingOf(*reply).result;
     switch (result.kind) {
     case ResultReply::Kind::NotJson:
         return;

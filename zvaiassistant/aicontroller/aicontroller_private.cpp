@@ -1,4 +1,5 @@
 #include "aicontroller/aicontroller_p.h"
+#include "aicontroller/servicemessages.h"
 #include "common/loggingcategories.h"
 #include "zvruntime/izvruntime.h"
 
@@ -11,6 +12,8 @@ namespace tavro::aiassistant {
 namespace {
 
 constexpr int defaultTickMs = 5000;
+constexpr TransferLimits replyLimits{16 * 1024 * 1024};
+constexpr TransferLimits pictureLimits{256 * 1024 * 1024};
 
 void registerRecords()
 {
@@ -55,8 +58,8 @@ void retire(std::unique_ptr<QNetworkAccessManager> manager, const QObject *recei
 AiController::Private::Private(AiController *owner)
     : TaskReceiver(owner)
     , controller(owner)
-    , requestManager(std::make_unique<QNetworkAccessManager>())
-    , downloadManager(std::make_unique<QNetworkAccessManager>())
+    , requestManager(std::make_unique<BoundedNetwork>(replyLimits, &readServiceReply))
+    , downloadManager(std::make_unique<BoundedNetwork>(pictureLimits, nullptr))
     , decoder(this)
 {
     resultRequest.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));

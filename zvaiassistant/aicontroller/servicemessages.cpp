@@ -42,6 +42,49 @@ ResultReply readAnswers(const QJsonObject &data)
     return reply;
 }
 
+GenerationReply generationReply(const QJsonDocument &document)
+{
+    GenerationReply reply;
+    if (document.isNull())
+        return reply;
+    const QJsonObject root = document.object();
+    const auto code = root.constFind(QLatin1String("code"));
+    if (code == root.constEnd()) {
+        reply.kind = GenerationReply::Kind::NoCode;
+        return reply;
+    }
+    if (!isAccepted(*code)) {
+        reply.kind = GenerationReply::Kind::Refused;
+        reply.message = root.value(QLatin1String("message")).toString();
+        return reply;
+    }
+    reply.kind = GenerationReply::Kind::Accepted;
+    const QJsonObject data = root.value(QLatin1String("data")).toObject();
+    const auto reqId = data.constFind(QLatin1String("reqId"));
+    if (reqId != data.constEnd())
+        reply.reqId = reqId->toString();
+    return reply;
+}
+
+ResultReply resultReply(const QJsonDocument &document)
+{
+    ResultReply reply;
+    if (document.isNull())
+        return reply;
+    const QJsonObject root = document.object();
+    switch (root.value(QLatin1String("code")).toInt()) {
+    case codeReady:
+        return readAnswers(root.value(QLatin1String("data")).toObject());
+    case codeWorking:
+        reply.kind = ResultReply::Kind::Working;
+        return reply;
+    default:
+        reply.kind = ResultReply::Kind::Failed;
+        reply.message = root.value(QLatin1String("message")).toString();
+        return reply;
+    }
+}
+
 } // namespace
 
 QString Endpoint::text()
@@ -106,47 +149,18 @@ QByteArray resultRequestBody(bool pictureMode, const QString &reqId)
 
 GenerationReply readGenerationReply(const QByteArray &body)
 {
-    GenerationReply reply;
-    const QJsonDocument document = QJsonDocument::fromJson(body);
-    if (document.isNull())
-        return reply;
-    const QJsonObject root = document.object();
-    const auto code = root.constFind(QLatin1String("code"));
-    if (code == root.constEnd()) {
-        reply.kind = GenerationReply::Kind::NoCode;
-        return reply;
-    }
-    if (!isAccepted(*code)) {
-        reply.kind = GenerationReply::Kind::Refused;
-        reply.message = root.value(QLatin1String("message")).toString();
-        return reply;
-    }
-    reply.kind = GenerationReply::Kind::Accepted;
-    const QJsonObject data = root.value(QLatin1String("data")).toObject();
-    const auto reqId = data.constFind(QLatin1String("reqId"));
-    if (reqId != data.constEnd())
-        reply.reqId = reqId->toString();
-    return reply;
+    return generationReply(QJsonDocument::fromJson(body));
 }
 
 ResultReply readResultReply(const QByteArray &body)
 {
-    ResultReply reply;
+    return resultReply(QJsonDocument::fromJson(body));
+}
+
+std::any readServiceReply(const QByteArray &body)
+{
     const QJsonDocument document = QJsonDocument::fromJson(body);
-    if (document.isNull())
-        return reply;
-    const QJsonObject root = document.object();
-    switch (root.value(QLatin1String("code")).toInt()) {
-    case codeReady:
-        return readAnswers(root.value(QLatin1String("data")).toObject());
-    case codeWorking:
-        reply.kind = ResultReply::Kind::Working;
-        return reply;
-    default:
-        reply.kind = ResultReply::Kind::Failed;
-        reply.message = root.value(QLatin1String("message")).toString();
-        return reply;
-    }
+    return ServiceReply{generationReply(document), resultReply(document)};
 }
 
 } // namespace tavro::aiassistant

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QString>
 
+#include <any>
 #include <optional>
 
 namespace tavro::aiassistant {
@@ -48,5 +49,14 @@ struct ResultReply {
     QJsonArray agentCmds; ///< Ready only; empty where there are none
 };
 ResultReply readResultReply(const QByteArray &body);
+
+/// Both readings of one body: which of them is asked for depends on the request.
+struct ServiceReply {
+    GenerationReply generation;
+    ResultReply result;
+};
+
+/// A ServiceReply. For any thread: a body of the largest size takes far longer than a frame.
+std::any readServiceReply(const QByteArray &body);
 
 } // namespace tavro::aiassistant
