@@ -36,6 +36,8 @@ private Q_SLOTS:
     void textAnswerActsOnTheEarlierPicture();
     void repeatedPictureBringsNoCommands();
     void serverWithoutAPanelStillAnnouncesCommands();
+    void tooManyCommandsAreNoneAtAll_data();
+    void tooManyCommandsAreNoneAtAll();
 
 private:
     QString pictureUrl() const { return f->server.url() + QString::fromLatin1(picturePath); }
@@ -133,6 +135,29 @@ void AgentAnswersTest::serverWithoutAPanelStillAnnouncesCommands()
     QVERIFY(f->poll(answerWith(QStringLiteral("playing"), R"([{"cmdType":4}])")));
     QCOMPARE(f->signalled.summary(), QStringLiteral("agentCmds:1"));
     QCOMPARE(f->serverPort.names(), QVector<QByteArray>{"GenerateTextFinished"});
+}
+
+void AgentAnswersTest::tooManyCommandsAreNoneAtAll_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("as many as there may be") << 1000;
+    QTest::newRow("one more") << 1001;
+}
+
+void AgentAnswersTest::tooManyCommandsAreNoneAtAll()
+{
+    QFETCH(int, count);
+    const bool isTooMany = count > 1000;
+    const ExpectedLog refusal(f->log, QStringLiteral("an answer brought 1001 commands"), isTooMany ? 1 : 0);
+    QVERIFY(f->askText());
+    QVERIFY(f->poll(answerWith(QStringLiteral("all of it"),
+                               '[' + QByteArray("{\"cmdType\":4},").repeated(count - 1) + "{\"cmdType\":4}]")));
+    QCOMPARE(f->signalled.summary(),
+             isTooMany ? QStringLiteral("generateTextFinished:1")
+                       : QStringLiteral("agentCmds:1 generateTextFinished:1"));
+    QCOMPARE(isTooMany ? 0 : f->signalled.agentCmds.argument<0>(0).size(), std::size_t(isTooMany ? 0 : 1000));
+    QVERIFY(!f->isTimerActive());
+    QVERIFY(!f->d.bQuerying);
 }
 
 QTEST_MAIN(AgentAnswersTest)

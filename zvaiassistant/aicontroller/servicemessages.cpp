@@ -1,5 +1,7 @@
 #include "aicontroller/servicemessages.h"
 
+#include "aicontroller/replyjson.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -149,17 +151,17 @@ QByteArray resultRequestBody(bool pictureMode, const QString &reqId)
 
 GenerationReply readGenerationReply(const QByteArray &body)
 {
-    return generationReply(QJsonDocument::fromJson(body));
+    return generationReply(readJson(body));
 }
 
 ResultReply readResultReply(const QByteArray &body)
 {
-    return resultReply(QJsonDocument::fromJson(body));
+    return resultReply(readJson(body));
 }
 
 std::any readServiceReply(const QByteArray &body)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(body);
+    const QJsonDocument document = readJson(body);
     return ServiceReply{generationReply(document), resultReply(document)};
 }
 
