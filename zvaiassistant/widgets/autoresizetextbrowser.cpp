@@ -1,6 +1,7 @@
 #include "widgets/autoresizetextbrowser.h"
 
 #include "widgets/autoresizetextbrowser_p.h"
+#include "widgets/harmlesstext.h"
 
 #include <QEvent>
 #include <QWheelEvent>
@@ -20,19 +21,19 @@ AutoResizeTextBrowser::~AutoResizeTextBrowser() = default;
 void AutoResizeTextBrowser::showText(const QString &text)
 {
     d->stopTimers();
-    d->fullText = text;
-    d->shownCount = text.size();
+    d->fullText = harmlessText(text);
+    d->shownCount = d->fullText.size();
     d->cursorVisible = false;
-    d->beginWith(text);
+    d->beginWith(d->fullText);
     d->show(d->shownCount, false);
 }
 
 void AutoResizeTextBrowser::typeText(const QString &text)
 {
-    d->fullText = text;
+    d->fullText = harmlessText(text);
     d->shownCount = 0;
     d->cursorVisible = true;
-    d->beginWith(text);
+    d->beginWith(d->fullText);
     d->typingTimer.start();
     d->cursorTimer.start();
 }

@@ -1,6 +1,7 @@
 #include "widgets/pictureviewerwidget.h"
 
 #include "translate/lookup.h"
+#include "widgets/harmlesstext.h"
 #include "widgets/pictureviewerwidget_p.h"
 
 #include <QHBoxLayout>
@@ -161,7 +162,7 @@ void PictureViewerWidget::showImage(const AIImage &image)
     d->pixmap = image.pixmap;
     d->description = image.description;
     d->url = image.url;
-    d->picture->setAccessibleName(QString::fromStdString(d->description));
+    d->picture->setAccessibleName(harmlessText(QString::fromStdString(d->description)));
     d->showPixmap();
 }
 

@@ -2,6 +2,7 @@
 
 #include "translate/lookup.h"
 #include "widgets/focusring.h"
+#include "widgets/harmlesstext.h"
 
 #include <QApplication>
 #include <QFrame>
@@ -34,7 +35,7 @@ PixmapCellLabel::PixmapCellLabel(const QString &question, const PictureGenerateI
     , m_picInfo(picInfo)
 {
     setFocusPolicy(Qt::TabFocus);
-    setAccessibleName(image.description.empty() ? question : QString::fromStdString(image.description));
+    setAccessibleName(image.description.empty() ? question : harmlessText(QString::fromStdString(image.description)));
     buildPicture();
     buildButtonBar();
     connectButtons();
