@@ -92,6 +92,7 @@ void Host::connectWindow()
     connect(m_window.get(), &MainWindow::sigStopClicked, this, &Host::stop);
     connect(m_window.get(), &MainWindow::sigAssistantShown, m_assistant.get(), &Assistant::notifyPanelShown);
     connect(m_window.get(), &MainWindow::sigSettingsWanted, this, &Host::showSettings);
+    connect(&m_log, &LogBook::sigAdded, this, &Host::showTrouble);
 }
 
 void Host::restoreLayout()
@@ -190,6 +191,13 @@ void Host::refreshService()
     const bool asksItself = m_options.role != Role::Client;
     m_window->statusLine().showService(asksItself ? m_options.service : QStringLiteral("Asked by the serving machine"),
                                        m_serviceState, m_isServiceGood);
+}
+
+// The module has no other way to tell that a picture which the operator wanted was not saved.
+void Host::showTrouble(const LogRecord &record)
+{
+    if (record.place == QLatin1String("zvaiassistant.pictures") && record.level >= LogLevel::Warning)
+        m_window->statusLine().showCommand(record.text, false);
 }
 
 // The status line has the present state, the log what went before.

@@ -45,6 +45,7 @@ private:
     void showService(const QString &state, bool isGood);
     void refreshService();
     void showConnection(const QString &text, bool isGood);
+    void showTrouble(const LogRecord &record);
     void play(const QString &mediaId, int layer);
     void stop(int layer);
 

@@ -6,6 +6,12 @@ namespace tavro::playout {
 
 namespace {
 
+bool turnsOrder(QChar character)
+{
+    const char16_t code = character.unicode();
+    return (code >= u'\u202a' && code <= u'\u202e') || (code >= u'\u2066' && code <= u'\u2069');
+}
+
 // One line in the view, whatever came.
 QString tidy(QString text)
 {
@@ -16,7 +22,7 @@ QString tidy(QString text)
     for (QChar &each : text) {
         const bool breaksLines = each.category() == QChar::Other_Control || each.category() == QChar::Separator_Line
             || each.category() == QChar::Separator_Paragraph;
-        if (breaksLines)
+        if (breaksLines || turnsOrder(each))
             each = QLatin1Char(' ');
     }
     return text.trimmed();

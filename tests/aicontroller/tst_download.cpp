@@ -183,6 +183,7 @@ void DownloadTest::nothingIsAnnouncedWithoutAFolder()
     QVERIFY(QDir().mkpath(QFileInfo(cache.path()).path()));
     QFile inTheWay(cache.path());
     QVERIFY(inTheWay.open(QFile::WriteOnly));
+    const ExpectedLog told(f->log, QStringLiteral("the picture could not be saved in ") + cache.path());
     f->server.expect("GET", picturePath, ScriptedAnswer::bytes("picture"));
     QVERIFY(download(url()));
     QCOMPARE(f->signalled.summary(), QString());

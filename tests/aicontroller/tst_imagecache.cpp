@@ -84,6 +84,7 @@ void ImageCacheTest::folderCannotBeMadeWhereAFileIsInTheWay()
     QVERIFY(file.open(QFile::WriteOnly));
     file.close();
 
+    const ExpectedLog told(log, QStringLiteral("the picture could not be saved in %1: ").arg(cache.path()));
     QVERIFY(!imagecache::makeDirectory());
     QCOMPARE(imagecache::save("bytes"), QString());
     QCOMPARE(QFileInfo(inTheWay).size(), 0);
@@ -171,6 +172,7 @@ void ImageCacheTest::nothingIsSavedInAFolderThatMayNotBeWritten()
     QVERIFY(imagecache::makeDirectory());
     QVERIFY(QFile::setPermissions(cache.root(), QFile::Permissions(0x7755)));
     QVERIFY(QFile::setPermissions(cache.path(), QFile::Permissions(0x5555)));
+    const ExpectedLog told(log, QStringLiteral("the picture could not be saved in %1: ").arg(cache.path()), 0);
     bool isWritable = true;
     bool isMade = false;
     QString path;
@@ -185,6 +187,7 @@ void ImageCacheTest::nothingIsSavedInAFolderThatMayNotBeWritten()
         QSKIP("this user may write where nobody may");
     QVERIFY(isMade);
     QCOMPARE(path, QString());
+    QCOMPARE(told.seen(), 1);
     QCOMPARE(cache.names(), QStringList());
     QCOMPARE(log.complaints(), QStringList());
 }

@@ -2,11 +2,13 @@
 #include "playout/samplefiles.h"
 #include "support/waiting.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QLabel>
 #include <QListView>
 #include <QSlider>
+#include <QStandardPaths>
 #include <QTest>
 
 using namespace tavro::playout;
@@ -44,6 +46,8 @@ private Q_SLOTS:
     void commandTextIsNoMarkup();
     void savedPictureJoinsTheLibraryAndTheAssistantsList_data() { roles(); }
     void savedPictureJoinsTheLibraryAndTheAssistantsList();
+    void pictureThatCannotBeSavedIsTold_data() { roles(); }
+    void pictureThatCannotBeSavedIsTold();
     void fileInTheMediaFolderJoinsTheLibraryAndTheAssistantsList_data() { roles(); }
     void fileInTheMediaFolderJoinsTheLibraryAndTheAssistantsList();
     void unreachableServiceIsShown_data() { roles(); }
@@ -150,6 +154,22 @@ void PlayoutHostTest::savedPictureJoinsTheLibraryAndTheAssistantsList()
     QVERIFY(eventually([&] { return f->server.requestCountTo("/ai/texttotext/generate/") == 1; }));
     const QByteArray body = f->server.requestsTo("/ai/texttotext/generate/").first().body;
     QVERIFY2(body.contains("generated 1") && body.contains("generated:download_1.jpg"), body.constData());
+}
+
+void PlayoutHostTest::pictureThatCannotBeSavedIsTold()
+{
+    QVERIFY(startInRole());
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    QVERIFY(QDir(folder + QStringLiteral("/imageCathe")).removeRecursively() && QDir().mkpath(folder));
+    QFile inTheWay(folder + QStringLiteral("/imageCathe"));
+    QVERIFY(inTheWay.open(QFile::WriteOnly));
+    f->server.expect("GET", "/picture", ScriptedAnswer::bytes("picture", "image/png"));
+    HostFixture::controller->toDownloadPicture(f->server.url() + QStringLiteral("/picture"));
+    const QString told = QStringLiteral("the picture could not be saved in ") + inTheWay.fileName();
+    const bool isTold = eventually([&] { return f->labelText("statusCommand").startsWith(told); });
+    QVERIFY(inTheWay.remove());
+    QVERIFY2(isTold, qPrintable(f->labelText("statusCommand")));
+    QVERIFY2(f->log().contains(told), qPrintable(f->log()));
 }
 
 void PlayoutHostTest::fileInTheMediaFolderJoinsTheLibraryAndTheAssistantsList()

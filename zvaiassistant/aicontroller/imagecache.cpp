@@ -31,15 +31,25 @@ QString firstFreePath()
     }
 }
 
+// A host may show it to the operator, who waits for the picture.
+void tellNotSaved(const QString &reason)
+{
+    qCWarning(lcPictures).noquote()
+        << QStringLiteral("the picture could not be saved in %1: %2").arg(directory(), reason);
+}
+
 // Making the file is what takes the name: another program may use the same folder at the same time.
 QString takeFreePath()
 {
     for (;;) {
         QString path = firstFreePath();
-        if (QFile(path).open(QFile::WriteOnly | QFile::NewOnly))
+        QFile file(path);
+        if (file.open(QFile::WriteOnly | QFile::NewOnly))
             return path;
-        if (!isTaken(path))
+        if (!isTaken(path)) {
+            tellNotSaved(file.errorString());
             return {};
+        }
     }
 }
 
@@ -48,7 +58,7 @@ bool writeWhole(const QString &path, const QByteArray &bytes)
     QSaveFile file(path);
     if (file.open(QFile::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
-    qCWarning(lcController) << "the picture could not be saved:" << file.errorString();
+    tellNotSaved(file.errorString());
     return false;
 }
 

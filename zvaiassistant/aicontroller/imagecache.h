@@ -14,7 +14,8 @@ QString directory();
 bool makeDirectory();
 
 /// Saves @p bytes as they are in the folder, under the first free name, and returns the file's path. The file is there
-/// whole or not at all: an empty path means that nothing was saved.
+/// whole or not at all: an empty path means that nothing was saved, which a warning
+/// in the category "zvaiassistant.pictures" says with the reason.
 QString save(const QByteArray &bytes);
 
 } // namespace tavro::aiassistant::imagecache

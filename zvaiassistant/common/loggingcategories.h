@@ -9,6 +9,7 @@ namespace tavro::aiassistant {
 
 Q_DECLARE_LOGGING_CATEGORY(lcController) ///< "zvaiassistant.controller": requests, replies, pictures, commands
 Q_DECLARE_LOGGING_CATEGORY(lcPanel) ///< "zvaiassistant.panel": what the panel could not carry out
+Q_DECLARE_LOGGING_CATEGORY(lcPictures) ///< "zvaiassistant.pictures": pictures that could not be saved, for the operator
 Q_DECLARE_LOGGING_CATEGORY(lcTheme) ///< "zvaiassistant.theme": style sheets
 
 } // namespace tavro::aiassistant
