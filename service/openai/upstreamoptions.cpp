@@ -70,11 +70,23 @@ QVector<QSize> readSizes(OptionValues &values, const char *name)
     return sizes;
 }
 
+// It becomes a part of a header.
+QByteArray readKey(OptionValues &values, const QByteArray &key, const char *option, const char *variable)
+{
+    const QByteArray word = key.trimmed();
+    if (!std::all_of(word.begin(), word.end(), [](char c) { return c > ' ' && c < '\x7f'; })) {
+        values.fail(
+            option,
+            QStringLiteral("has a key in %1 that is not one word of plain characters").arg(QLatin1String(variable)));
+    }
+    return word;
+}
+
 ChatSettings readChat(OptionValues &values, const QByteArray &key)
 {
     ChatSettings chat;
     chat.address = readAddress(values, "upstream");
-    chat.key = key;
+    chat.key = readKey(values, key, "upstream", "ASSISTANTSERVICE_UPSTREAM_KEY");
     chat.model = values.text("model");
     chat.deepModel = values.text("deep-model");
     chat.searchModel = values.text("search-model");
@@ -87,7 +99,8 @@ PictureSettings readPictures(OptionValues &values, const ChatSettings &chat, con
 {
     PictureSettings pictures;
     pictures.address = values.isGiven("picture-upstream") ? readAddress(values, "picture-upstream") : chat.address;
-    pictures.key = key.isEmpty() && pictures.address == chat.address ? chat.key : key;
+    const QByteArray own = readKey(values, key, "picture-upstream", "ASSISTANTSERVICE_PICTURE_KEY");
+    pictures.key = own.isEmpty() && pictures.address == chat.address ? chat.key : own;
     pictures.model = values.text("picture-model");
     pictures.sizes = readSizes(values, "picture-sizes");
     pictures.limit = chat.limit;

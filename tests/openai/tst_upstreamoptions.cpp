@@ -6,7 +6,14 @@ using namespace tavro::assistantservice;
 
 namespace {
 
-const Environment withKeys{QByteArray(), {QByteArrayLiteral("chat-key"), QByteArrayLiteral("picture-key")}};
+Environment environmentWith(const QByteArray &chatKey, const QByteArray &pictureKey = {})
+{
+    Environment environment;
+    environment.upstreamKeys = {chatKey, pictureKey};
+    return environment;
+}
+
+const Environment withKeys = environmentWith("chat-key", "picture-key");
 
 OptionsResult read(const QString &arguments, const Environment &environment = {})
 {
@@ -31,6 +38,7 @@ private Q_SLOTS:
     void picturesMayBeDrawnByRules();
     void picturesMayHaveAServerOfTheirOwn();
     void keyGoesToItsOwnServerOnly();
+    void keyIsOneWord();
     void wrongValuesAreNamed_data();
     void wrongValuesAreNamed();
 };
@@ -75,11 +83,25 @@ void UpstreamOptionsTest::picturesMayHaveAServerOfTheirOwn()
 
 void UpstreamOptionsTest::keyGoesToItsOwnServerOnly()
 {
-    const Environment chatKeyOnly{QByteArray(), {QByteArrayLiteral("chat-key"), QByteArray()}};
+    const Environment chatKeyOnly = environmentWith("chat-key");
     QCOMPARE(upstreamOf(QStringLiteral("--workers 2"), withKeys).chat.key, QByteArrayLiteral("chat-key"));
     QCOMPARE(upstreamOf(QStringLiteral("--workers 2"), withKeys).pictures->key, QByteArrayLiteral("picture-key"));
     QCOMPARE(upstreamOf(QStringLiteral("--workers 2"), chatKeyOnly).pictures->key, QByteArrayLiteral("chat-key"));
     QCOMPARE(upstreamOf(QStringLiteral("--picture-upstream h:2"), chatKeyOnly).pictures->key, QByteArray());
+}
+
+// Files of keys end in a line break. One within would end the header, and more of them could follow.
+void UpstreamOptionsTest::keyIsOneWord()
+{
+    QCOMPARE(upstreamOf(QStringLiteral("--workers 2"), environmentWith(" chat-key\r\n")).chat.key,
+             QByteArrayLiteral("chat-key"));
+    for (const char *key : {"chat\nkey", "chat\rkey", "chat key", "chat\x7fkey", "schl\xc3\xbcssel"}) {
+        const OptionsResult result =
+            read(QStringLiteral("--engine openai --upstream http://h:1"), environmentWith(key));
+        QVERIFY(!result.run);
+        QVERIFY2(result.text.contains(QStringLiteral("ASSISTANTSERVICE_UPSTREAM_KEY")), qPrintable(result.text));
+        QVERIFY(!result.text.contains(QString::fromUtf8(key)));
+    }
 }
 
 void UpstreamOptionsTest::wrongValuesAreNamed_data()
