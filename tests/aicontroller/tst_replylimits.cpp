@@ -19,6 +19,7 @@ private Q_SLOTS:
     void bodyOfAnErrorCountsToo();
     void manyHeadersAreRefused_data();
     void manyHeadersAreRefused();
+    void cookiesDoNotAddUp();
     void headersDoNotHoldTheCaller();
     void parsingDoesNotHoldTheCaller();
     void picturesHaveALimitOfTheirOwn();
@@ -147,6 +148,20 @@ void ReplyLimitsTest::manyHeadersAreRefused()
     QVERIFY(postAndPoll(false, answer));
     QCOMPARE(f->signalled.summary(), isRead ? QString() : QStringLiteral("requestFailed:1"));
     QCOMPARE(f->d.strReqId, isRead ? QStringLiteral("r1") : QString());
+}
+
+void ReplyLimitsTest::cookiesDoNotAddUp()
+{
+    QVERIFY(f->askText());
+    for (int round = 0; round < 4; ++round) {
+        ScriptedAnswer answer = ControllerFixture::working();
+        for (int number = 0; number < 40; ++number)
+            answer = answer.withHeader("Set-Cookie", QByteArray::number(100 * round + number) + "=v");
+        QVERIFY(f->poll(answer));
+    }
+    QVERIFY(f->poll(ControllerFixture::readyText()));
+    const QByteArray sent = f->server.requests().last().header("Cookie").value_or(QByteArray());
+    QCOMPARE(sent.split(';').size(), 50);
 }
 
 // Qt's own time for headers grows with the square of their number: it must not be this thread's.

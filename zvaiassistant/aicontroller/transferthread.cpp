@@ -2,6 +2,8 @@
 
 #include "common/taskreceiver.h"
 
+#include <QNetworkCookie>
+#include <QNetworkCookieJar>
 #include <QThread>
 
 #include <chrono>
@@ -22,6 +24,18 @@ QNetworkRequest unpackedRequest(QNetworkRequest request)
     return request;
 }
 
+/// A server in front of several may want its cookie back, but none needs many.
+class FewCookies : public QNetworkCookieJar {
+public:
+    bool insertCookie(const QNetworkCookie &cookie) override
+    {
+        constexpr int mostCookies = 50;
+        constexpr int mostBytes = 4096;
+        return allCookies().size() < mostCookies && cookie.toRawForm().size() <= mostBytes
+            && QNetworkCookieJar::insertCookie(cookie);
+    }
+};
+
 } // namespace
 
 class TransferThread::Worker : public TaskReceiver {
@@ -34,7 +48,7 @@ public:
     void begin(const std::shared_ptr<TransferTicket> &ticket, const Job &job)
     {
         if (!m_manager)
-            m_manager = std::make_unique<QNetworkAccessManager>();
+            makeManager();
         const auto begun = [ticket](int status) { ticket->begin(status); };
         const auto done = [this, ticket](TransferOutcome outcome) { finish(ticket, std::move(outcome)); };
         m_transfers[ticket] = std::make_unique<Transfer>(send(job), m_limits, begun, done);
@@ -43,6 +57,12 @@ public:
     void cancel(const std::shared_ptr<TransferTicket> &ticket) { m_transfers.erase(ticket); }
 
 private:
+    void makeManager()
+    {
+        m_manager = std::make_unique<QNetworkAccessManager>();
+        m_manager->setCookieJar(new FewCookies);
+    }
+
     QNetworkReply *send(const Job &job)
     {
         const QNetworkRequest request = unpackedRequest(job.request);
