@@ -8,8 +8,6 @@
 
 namespace {
 
-const QStringList everywhere{QStringLiteral("--listen"), QStringLiteral("0.0.0.0:0")};
-
 // 0 where the service lets the client in.
 int codeWith(const ServiceProcess &service, const QByteArray &token)
 {
@@ -36,6 +34,9 @@ private Q_SLOTS:
     void endsWhereTheTokenFileIsNoSecret();
     void takesATokenAsItIs_data();
     void takesATokenAsItIs();
+    void answersNoForeignPage_data();
+    void answersNoForeignPage();
+    void answersUnderTheNamesItWasGiven();
 };
 
 void ServiceAccessTest::makesATokenWhereOthersReachIt()
@@ -99,7 +100,9 @@ void ServiceAccessTest::endsWhereTheTokenFileIsNoSecret()
     file.close();
     QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
     ServiceProcess service;
-    QCOMPARE(service.runToEnd(everywhere + QStringList{QStringLiteral("--token-file"), file.fileName()}), 1);
+    QCOMPARE(service.runToEnd({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"),
+                               QStringLiteral("--token-file"), file.fileName()}),
+             1);
     const QByteArray message = service.standardError();
     QVERIFY2(message.contains("can be read by others") && message.contains("--no-token"), message.constData());
     QVERIFY(!message.contains("secret-word"));
@@ -109,6 +112,7 @@ void ServiceAccessTest::takesATokenAsItIs_data()
 {
     QTest::addColumn<QString>("configured");
     QTest::addColumn<QByteArray>("sent");
+    QTest::newRow("percent") << QStringLiteral("a%41b") << QByteArray("a%41b");
     QTest::newRow("plus") << QStringLiteral("a+b/c=") << QByteArray("a+b/c=");
     QTest::newRow("outer blanks") << QStringLiteral("  secret ") << QByteArray("secret");
     QTest::newRow("outer blanks, sent too") << QStringLiteral("  secret ") << QByteArray("  secret ");
@@ -127,6 +131,57 @@ void ServiceAccessTest::takesATokenAsItIs()
     QCOMPARE(codeWith(service, sent), 0);
     QCOMPARE(codeWith(service, "other"), 401);
     QCOMPARE(codeWith(service, QByteArray(sent).replace("%41", "A") + "A"), 401);
+}
+
+void ServiceAccessTest::answersNoForeignPage_data()
+{
+    QTest::addColumn<QByteArray>("was");
+    QTest::addColumn<QByteArray>("is");
+    QTest::addColumn<int>("code");
+    QTest::newRow("another name") << QByteArray("Host: 127.0.0.1") << QByteArray("Host: evil.example") << 421;
+    QTest::newRow("origin") << QByteArray("\r\nContent-Length")
+                            << QByteArray("\r\nOrigin: http://evil.example\r\nContent-Length") << 403;
+    QTest::newRow("no origin") << QByteArray("\r\nContent-Length") << QByteArray("\r\nOrigin: null\r\nContent-Length")
+                               << 403;
+    QTest::newRow("from another site") << QByteArray("\r\nContent-Length")
+                                       << QByteArray("\r\nSec-Fetch-Site: cross-site\r\nContent-Length") << 403;
+    QTest::newRow("text") << QByteArray("application/json") << QByteArray("text/plain") << 415;
+    QTest::newRow("no type") << QByteArray("Content-Type: application/json\r\n") << QByteArray() << 415;
+}
+
+void ServiceAccessTest::answersNoForeignPage()
+{
+    QFETCH(QByteArray, was);
+    QFETCH(QByteArray, is);
+    ServiceProcess service;
+    QVERIFY(service.start());
+    RawClient raw(service.port());
+    raw.send(postBytes(paths::text, question("stop layer 1")).replace(was, is));
+    const QByteArray reply = raw.readReply();
+    QTEST(codeOf(jsonOf(reply)), "code");
+    QVERIFY2(!messageOf(jsonOf(reply)).isEmpty(), reply.constData());
+    QVERIFY2(!reply.toLower().contains("access-control"), reply.constData());
+    RawClient preflight(service.port());
+    preflight.send("OPTIONS " + paths::text + " HTTP/1.1\r\nHost: 127.0.0.1\r\nOrigin: http://evil.example\r\n\r\n");
+    QVERIFY(!preflight.readReply().toLower().contains("access-control"));
+}
+
+void ServiceAccessTest::answersUnderTheNamesItWasGiven()
+{
+    ServiceProcess service;
+    QVERIFY(service.start({QStringLiteral("--allow-host"), QStringLiteral("one.example"),
+                           QStringLiteral("--allow-host"), QStringLiteral("two.example:8443"),
+                           QStringLiteral("--public-url"), QStringLiteral("https://three.example/ai")}));
+    const auto statusAs = [&service](const QByteArray &host) {
+        RawClient raw(service.port());
+        raw.send(getBytes("/healthz").replace("Host: 127.0.0.1", "Host: " + host));
+        return statusOf(raw.readReply());
+    };
+    QCOMPARE(statusAs("one.example:80"), 200);
+    QCOMPARE(statusAs("two.example:8443"), 200);
+    QCOMPARE(statusAs("two.example"), 421);
+    QCOMPARE(statusAs("three.example"), 200);
+    QCOMPARE(statusAs("four.example"), 421);
 }
 
 QTEST_GUILESS_MAIN(ServiceAccessTest)

@@ -193,7 +193,8 @@ void ServiceBodiesTest::refusesPictureRequests_data()
 {
     const QJsonObject good = pictureBody();
     bodyColumns();
-    for (const QString &key : good.keys()) {
+    const QStringList keys = good.keys();
+    for (const QString &key : keys) {
         const QByteArray name = key.toUtf8();
         bodyRow(("no " + name).constData(), without(good, name.constData()),
                 ("\"" + name + "\" is missing").constData());

@@ -23,6 +23,8 @@ class ServiceShortageTest : public QObject {
 
 private Q_SLOTS:
     void endsWithAMessageWithoutThreads();
+    void servesOrEndsWhateverItHas_data();
+    void servesOrEndsWhateverItHas();
     void answersThoughNobodyReadsItsLog();
     void doesNotWaitForAReaderOfItsFirstLine();
 };
@@ -41,6 +43,43 @@ void ServiceShortageTest::endsWithAMessageWithoutThreads()
     const QByteArray message = service.standardError();
     QVERIFY2(message.startsWith("assistantservice cannot run: "), message.constData());
     QVERIFY(!service.standardOutput().contains("listening"));
+}
+
+void ServiceShortageTest::servesOrEndsWhateverItHas_data()
+{
+    QTest::addColumn<qint64>("mebibytes");
+    for (qint64 mebibytes = 20; mebibytes <= 500; mebibytes += mebibytes < 260 ? 20 : 80) {
+        QTest::addRow("%lld MiB", mebibytes) << mebibytes;
+    }
+}
+
+// Once it says that it listens it goes on, and a large question is an answer or an error.
+void ServiceShortageTest::servesOrEndsWhateverItHas()
+{
+    if (takesAllAddresses) {
+        QSKIP("a sanitizer takes more addresses than any limit leaves");
+    }
+    QFETCH(qint64, mebibytes);
+    ServiceProcess service;
+    service.limitAddressSpace(mebibytes * mebibyte);
+    if (!service.start()) {
+        const int code = service.exitCode();
+        QVERIFY2(code == 1 || code == 127, service.standardError().constData()); // 127: not even the libraries fit
+        QVERIFY(!service.standardError().isEmpty());
+        return;
+    }
+    QByteArray entries;
+    for (int i = 0; i < 60000; ++i) {
+        entries += "{\"id\":\"" + QByteArray::number(i) + "\",\"name\":\"clip " + QByteArray::number(i) + "\"},";
+    }
+    const QByteArray body = question("stop layer 1").replace("\"mediaList\":[", "\"mediaList\":[" + entries);
+    ServiceClient client(service);
+    for (int i = 0; i < 3; ++i) {
+        client.post(paths::text, body);
+    }
+    QCOMPARE(statusOf(ServiceClient(service).get("/healthz")), 200);
+    service.signal(SIGTERM);
+    QCOMPARE(service.exitCode(), 0);
 }
 
 void ServiceShortageTest::answersThoughNobodyReadsItsLog()
