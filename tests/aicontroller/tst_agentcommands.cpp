@@ -219,6 +219,7 @@ void AgentCommandsTest::failedDownloadLeavesTheCommandsWaiting()
                      folderIsMissing ? ScriptedAnswer::bytes("picture") : ScriptedAnswer::status(404));
     const ExpectedLog failure(f->log, QStringLiteral("slotDownloadImageFinished_ errorcode 203 url ") + pictureUrl(),
                               folderIsMissing ? 0 : 1);
+    const ExpectedLog notSaved(f->log, QStringLiteral("the picture could not be saved in "), folderIsMissing ? 1 : 0);
     QVERIFY(analyse(needsPicture()));
     QVERIFY(f->repliesDone());
     QCOMPARE(f->signalled.summary(), QString());
