@@ -183,7 +183,8 @@ void PictureAddressesTest::logLinesAreNeitherForgedNorIndiscreet()
                              "slotDownloadImageFinished_ errorcode 301 url "})
         QCOMPARE(f->log.count(QLatin1String(line) + written + QStringLiteral(" \n //")), 1);
     QVERIFY(!f->log.contains(QStringLiteral("cret")));
-    for (const LogLine &line : f->log.lines())
+    const QVector<LogLine> lines = f->log.lines();
+    for (const LogLine &line : lines)
         QVERIFY2(!line.text.contains(QStringLiteral("\n2026")) && !line.text.contains(QChar(0x202e)),
                  qPrintable(line.text));
 }

@@ -4,6 +4,8 @@
 
 #include <QNetworkRequest>
 
+Q_DECLARE_METATYPE(tavro::testsupport::ScriptedAnswer)
+
 /// Replies of a server that sends more than anybody wants.
 class ReplyLimitsTest : public ControllerTest {
     Q_OBJECT
@@ -117,7 +119,8 @@ void ReplyLimitsTest::packedReplyIsNotUnpacked()
     QVERIFY(postAndPoll(true, ScriptedAnswer::bytes(body).withHeader("Content-Encoding", encoding)));
     QCOMPARE(f->signalled.summary(), QStringLiteral("requestFailed:1"));
     QVERIFY(processusage::peakBytes() - before < 32 * mebibyte);
-    for (const HttpRequest &request : f->server.requests())
+    const QVector<HttpRequest> requests = f->server.requests();
+    for (const HttpRequest &request : requests)
         QCOMPARE(request.header("Accept-Encoding").value_or(QByteArray()), QByteArray("identity"));
 }
 
@@ -218,8 +221,6 @@ void ReplyLimitsTest::stalledPictureIsGivenUp()
     f->server.releaseAll();
     QVERIFY(f->repliesDone());
 }
-
-Q_DECLARE_METATYPE(tavro::testsupport::ScriptedAnswer)
 
 QTEST_GUILESS_MAIN(ReplyLimitsTest)
 

@@ -228,6 +228,7 @@ void TestPanelRoads::failedRequestIsShown()
 // The failure is posted at once: it must not overtake the placeholder.
 void TestPanelRoads::unreachableServiceIsShown()
 {
+    const ExpectedLog refusal(f->log, QStringLiteral("only http and https"), 1);
     f->controller.setDomain(QString());
     ask(QStringLiteral("what?"));
     QTRY_COMPARE(conversation().last(), QStringLiteral("AnswerText: Request Error"));
