@@ -1,21 +1,15 @@
 #include "openai/transfer.h"
 
 #include "openai/transferfailure.h"
+#include "openai/transfersockets.h"
 
 #include <curl/curl.h>
 #include <openssl/ssl.h>
 
-#include <QVector>
-
 #include <algorithm>
 #include <array>
-#include <linux/tcp.h>
 #include <memory>
-#include <netinet/in.h>
 #include <optional>
-#include <sys/ioctl.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace tavro::assistantservice {
 
@@ -52,18 +46,6 @@ CURLcode trustTheSystem(CURL *, void *context, void *)
     return SSL_CTX_set_default_verify_paths(static_cast<SSL_CTX *>(context)) == 1 ? CURLE_OK : CURLE_SSL_CERTPROBLEM;
 }
 
-// Bytes of the connection that were read. What waits is asked for last: if more comes in between, too few count as read
-// and not too many.
-qint64 bytesRead(curl_socket_t socket)
-{
-    tcp_info info{};
-    socklen_t size = sizeof info;
-    int waiting = 0;
-    const bool known =
-        getsockopt(socket, IPPROTO_TCP, TCP_INFO, &info, &size) == 0 && ioctl(socket, FIONREAD, &waiting) == 0;
-    return known ? static_cast<qint64>(info.tcpi_bytes_received) - waiting : 0;
-}
-
 class Transfer {
 public:
     Transfer(const TransferRequest &request, const Patience &patience);
@@ -83,7 +65,6 @@ private:
     size_t takeHeader(const QByteArray &line);
     size_t takeBody(const char *data, size_t size);
     curl_socket_t open(const curl_sockaddr &address);
-    int close(curl_socket_t socket);
     void finish(CURLcode code);
 
     static Transfer &from(void *user) { return *static_cast<Transfer *>(user); }
@@ -91,7 +72,7 @@ private:
     const TransferRequest &m_request;
     const Patience &m_patience;
     // Before the handles, which close them in the end.
-    QVector<curl_socket_t> m_sockets;
+    TransferSockets m_sockets;
     const std::unique_ptr<CURL, CurlDeleter> m_easy;
     const std::unique_ptr<CURLM, MultiDeleter> m_multi;
     std::unique_ptr<curl_slist, CurlDeleter> m_headers;
@@ -182,7 +163,7 @@ void Transfer::setUpCallbacks()
     const Write written = [](char *data, size_t, size_t size, void *user) { return from(user).takeBody(data, size); };
     const Open opened = [](void *user, curlsocktype, curl_sockaddr *address) { return from(user).open(*address); };
     using Close = int (*)(void *, curl_socket_t);
-    const Close closed = [](void *user, curl_socket_t socket) { return from(user).close(socket); };
+    const Close closed = [](void *user, curl_socket_t socket) { return from(user).m_sockets.close(socket); };
     void *const self = this;
     set(CURLOPT_HEADERFUNCTION, headed);
     set(CURLOPT_HEADERDATA, self);
@@ -220,8 +201,7 @@ bool Transfer::goesOn()
 
 bool Transfer::wastesBytes() const
 {
-    const qint64 allowed = wireBytesBeside + wireBytesPerBodyByte * m_reply.body.size();
-    return std::any_of(m_sockets.begin(), m_sockets.end(), [=](int socket) { return bytesRead(socket) > allowed; });
+    return m_sockets.bytesRead() > wireBytesBeside + wireBytesPerBodyByte * m_reply.body.size();
 }
 
 size_t Transfer::stop(Outcome outcome)
@@ -273,17 +253,7 @@ curl_socket_t Transfer::open(const curl_sockaddr &address)
         stop(Outcome::NotAllowed);
         return CURL_SOCKET_BAD;
     }
-    const curl_socket_t opened = socket(address.family, address.socktype | SOCK_CLOEXEC, address.protocol);
-    if (opened >= 0) {
-        m_sockets.append(opened);
-    }
-    return opened;
-}
-
-int Transfer::close(curl_socket_t socket)
-{
-    m_sockets.removeAll(socket);
-    return ::close(socket);
+    return m_sockets.open(address);
 }
 
 void Transfer::finish(CURLcode code)
