@@ -66,14 +66,14 @@ void *__libc_realloc(void *block, size_t size);
 void *__libc_memalign(size_t alignment, size_t size);
 void __libc_free(void *block);
 
-void *malloc(size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): the names are the C library's
+void *malloc(size_t size)
 {
     void *const block = isThere(size) ? __libc_malloc(size) : nullptr;
     add(malloc_usable_size(block));
     return block;
 }
 
-void *calloc(size_t count, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+void *calloc(size_t count, size_t size)
 {
     void *const block = isThere(count * size) ? __libc_calloc(count, size) : nullptr;
     add(malloc_usable_size(block));
@@ -81,7 +81,7 @@ void *calloc(size_t count, size_t size) // NOLINT(readability-inconsistent-decla
 }
 
 // While a block moves both the old and the new one are there.
-void *realloc(void *old, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+void *realloc(void *old, size_t size)
 {
     const size_t before = malloc_usable_size(old);
     void *const block = isThere(size) ? __libc_realloc(old, size) : nullptr;
@@ -92,26 +92,25 @@ void *realloc(void *old, size_t size) // NOLINT(readability-inconsistent-declara
     return block;
 }
 
-void *memalign(size_t alignment, size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+void *memalign(size_t alignment, size_t size)
 {
     void *const block = __libc_memalign(alignment, size);
     add(malloc_usable_size(block));
     return block;
 }
 
-void *aligned_alloc(size_t alignment,
-                    size_t size) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+void *aligned_alloc(size_t alignment, size_t size)
 {
     return memalign(alignment, size);
 }
 
-int posix_memalign(void **block, size_t alignment, size_t size) // NOLINT: as above
+int posix_memalign(void **block, size_t alignment, size_t size)
 {
     *block = memalign(alignment, size);
     return *block != nullptr ? 0 : 12;
 }
 
-void free(void *block) // NOLINT(readability-inconsistent-declaration-parameter-name): as above
+void free(void *block)
 {
     subtract(malloc_usable_size(block));
     __libc_free(block);

@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-#include <algorithm>
+#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,6 +11,8 @@
 namespace {
 
 constexpr int patienceMs = 30000;
+
+using Page = std::array<char, 4096>;
 
 } // namespace
 
@@ -87,8 +89,8 @@ bool ServiceProcess::startIntoAFullPipe()
 {
     m_process.setStandardOutputFile(m_folder.filePath(QStringLiteral("pipe")));
     const bool made = makePipe();
-    const QByteArray page(4096, 'x');
-    while (::write(m_pipe.handle(), page.constData(), 4096) > 0) { }
+    const Page page{};
+    while (::write(m_pipe.handle(), page.data(), page.size()) > 0) { }
     m_process.setArguments({QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
     // It inherits the mask: a signal that comes before it has one of its own waits too.
     sigset_t signals;
@@ -103,10 +105,9 @@ bool ServiceProcess::startIntoAFullPipe()
 QByteArray ServiceProcess::readLog()
 {
     QByteArray log;
-    for (QByteArray part(4096, 0); part.size() > 0;) {
-        const ssize_t count = ::read(m_pipe.handle(), part.data(), 4096);
-        part.truncate(static_cast<int>(std::max<ssize_t>(count, 0)));
-        log += part;
+    Page page{};
+    for (ssize_t count = 0; (count = ::read(m_pipe.handle(), page.data(), page.size())) > 0;) {
+        log.append(page.data(), static_cast<int>(count));
     }
     return log;
 }
