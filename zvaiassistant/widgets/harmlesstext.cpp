@@ -27,7 +27,7 @@ QString harmlessText(const QString &text)
     if (std::none_of(text.cbegin(), text.cend(), isHarmful))
         return text;
     QString shown = text;
-    const auto end = std::remove_if(shown.begin(), shown.end(), &turnsOrder);
+    auto *const end = std::remove_if(shown.begin(), shown.end(), &turnsOrder);
     shown.truncate(static_cast<int>(std::distance(shown.begin(), end)));
     std::replace_if(shown.begin(), shown.end(), &isControl, QChar(QChar::ReplacementCharacter));
     return shown;
