@@ -40,8 +40,9 @@ QString plainText(const QString &text)
         if (c.isSurrogate() && !pair) {
             result += QChar(QChar::ReplacementCharacter);
         } else if (pair) {
-            const bool shown = isShown(QChar::surrogateToUcs4(c, text[i + 1]));
-            result += shown ? text.mid(i, 2) : QString();
+            if (isShown(QChar::surrogateToUcs4(c, text[i + 1]))) {
+                result += text.midRef(i, 2);
+            }
             ++i;
         } else if (c != QLatin1Char('\r') || i + 1 >= text.size() || text[i + 1] != QLatin1Char('\n')) {
             const uint plain = withPlainBreak(c.unicode());

@@ -3,6 +3,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace tavro::assistantservice {
 
 namespace {
@@ -76,9 +78,7 @@ ChanneledText readChannels(const QString &text)
     }
     const QStringList parts = text.split(channel);
     ChanneledText result{endOfMessage(parts.first()), false};
-    for (const QString &part : parts.mid(1)) {
-        readChannel(part, result);
-    }
+    std::for_each(parts.begin() + 1, parts.end(), [&result](const QString &part) { readChannel(part, result); });
     return result;
 }
 

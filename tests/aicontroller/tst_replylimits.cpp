@@ -4,6 +4,8 @@
 
 #include <QNetworkRequest>
 
+#include <memory>
+
 Q_DECLARE_METATYPE(tavro::testsupport::ScriptedAnswer)
 
 /// Replies of a server that sends more than anybody wants.
@@ -26,6 +28,7 @@ private Q_SLOTS:
     void parsingDoesNotHoldTheCaller();
     void picturesHaveALimitOfTheirOwn();
     void stalledPictureIsGivenUp();
+    void isReadLikeAnyReply();
 
 private:
     bool postAndPoll(bool isPoll, const ScriptedAnswer &answer);
@@ -220,6 +223,18 @@ void ReplyLimitsTest::stalledPictureIsGivenUp()
     QCOMPARE(reply->request().transferTimeout(), 30'000);
     f->server.releaseAll();
     QVERIFY(f->repliesDone());
+}
+
+void ReplyLimitsTest::isReadLikeAnyReply()
+{
+    f->server.expect("GET", "/p", ScriptedAnswer::bytes("0123456789"));
+    const std::unique_ptr<QNetworkReply> reply(
+        f->d.downloadManager->get(QNetworkRequest(QUrl(f->server.url() + QStringLiteral("/p")))));
+    QVERIFY(eventually([&] { return reply->isFinished(); }));
+    QCOMPARE(reply->bytesAvailable(), 10);
+    QCOMPARE(reply->read(4), QByteArray("0123"));
+    QCOMPARE(reply->readAll(), QByteArray("456789"));
+    QVERIFY(reply->atEnd());
 }
 
 QTEST_GUILESS_MAIN(ReplyLimitsTest)
