@@ -37,9 +37,7 @@ ConnectionWatch::Id ConnectionWatch::add(int descriptor)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const Clock::time_point now = Clock::now();
-    if (m_connections.size() >= m_limits.many) {
-        makeRoom(now);
-    }
+    shrink(m_limits.many - 1, now);
     Connection connection;
     connection.descriptor = descriptor;
     connection.since = now;
@@ -113,6 +111,8 @@ void ConnectionWatch::watch()
         m_changed.wait(lock, [this] { return m_over || !m_connections.empty(); });
         m_changed.wait_for(lock, lookInterval, [this] { return m_over; });
         endOverdue(Clock::now());
+        // A crowd that came at once was spared when it came.
+        shrink(m_limits.many, Clock::now());
     }
 }
 
@@ -125,8 +125,21 @@ void ConnectionWatch::endOverdue(Clock::time_point now)
     }
 }
 
-// The one that has waited longest gives way; where none waits, the one whose body takes longest.
-void ConnectionWatch::makeRoom(Clock::time_point now)
+void ConnectionWatch::shrink(size_t most, Clock::time_point now)
+{
+    const auto live = static_cast<size_t>(std::count_if(m_connections.begin(), m_connections.end(),
+                                                        [](const auto &entry) { return !entry.second.ended; }));
+    for (size_t count = live; count > most; --count) {
+        Connection *const chosen = nextToGiveWay(now);
+        if (chosen == nullptr) {
+            return;
+        }
+        end(*chosen);
+    }
+}
+
+// The one that has waited longest; where none waits, the one whose body takes longest.
+ConnectionWatch::Connection *ConnectionWatch::nextToGiveWay(Clock::time_point now)
 {
     Connection *chosen = nullptr;
     for (auto &[id, connection] : m_connections) {
@@ -134,9 +147,7 @@ void ConnectionWatch::makeRoom(Clock::time_point now)
             chosen = &connection;
         }
     }
-    if (chosen != nullptr) {
-        end(*chosen);
-    }
+    return chosen;
 }
 
 bool ConnectionWatch::mayGiveWay(const Connection &connection, Clock::time_point now)

@@ -21,7 +21,7 @@ public:
         std::chrono::milliseconds request{30000};
         /// For an idle connection, with the head of its next request.
         std::chrono::milliseconds idle{75000};
-        /// Beyond so many connections, one that waits for a request or is slow to send it gives way to each new one.
+        /// Of more connections than these, those that wait for a request or are slow to send it give way. Not 0.
         size_t many = 1024;
     };
 
@@ -67,7 +67,8 @@ private:
 
     void watch();
     void endOverdue(Clock::time_point now);
-    void makeRoom(Clock::time_point now);
+    void shrink(size_t most, Clock::time_point now);
+    Connection *nextToGiveWay(Clock::time_point now);
     Clock::time_point deadlineOf(Phase phase, Clock::time_point now) const;
     static bool waitsForRequest(const Connection &connection);
     static bool mayGiveWay(const Connection &connection, Clock::time_point now);

@@ -28,9 +28,10 @@ int descriptorLimit(int wanted)
     rlimit limit{};
     ::getrlimit(RLIMIT_NOFILE, &limit);
     const auto enough = static_cast<rlim_t>(wanted);
-    if (limit.rlim_cur < enough && limit.rlim_cur < limit.rlim_max) {
-        limit.rlim_cur = std::min(limit.rlim_max, enough);
-        ::setrlimit(RLIMIT_NOFILE, &limit);
+    rlimit raised = limit;
+    raised.rlim_cur = std::min(limit.rlim_max, enough);
+    if (limit.rlim_cur < raised.rlim_cur && ::setrlimit(RLIMIT_NOFILE, &raised) == 0) {
+        limit = raised;
     }
     return static_cast<int>(std::min(limit.rlim_cur, enough));
 }

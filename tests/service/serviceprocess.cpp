@@ -66,7 +66,17 @@ int ServiceProcess::runToEnd(const QStringList &arguments)
 
 void ServiceProcess::limitAddressSpace(qint64 bytes)
 {
-    m_prefix = QStringList{QStringLiteral("--as=%1").arg(bytes), m_process.program()};
+    limit(QStringLiteral("--as=%1").arg(bytes));
+}
+
+void ServiceProcess::limitFiles(int count)
+{
+    limit(QStringLiteral("--nofile=%1").arg(count));
+}
+
+void ServiceProcess::limit(const QString &option)
+{
+    m_prefix = QStringList{option, m_process.program()};
     m_process.setProgram(QStringLiteral("prlimit"));
 }
 

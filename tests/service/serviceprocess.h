@@ -22,6 +22,7 @@ public:
     int runToEnd(const QStringList &arguments);
     /// Before it is started: how much it may have.
     void limitAddressSpace(qint64 bytes);
+    void limitFiles(int count);
     /// Before it is started: its log goes into a pipe that nobody reads but readLog().
     bool logIntoPipe();
     QByteArray readLog();
@@ -38,6 +39,7 @@ public:
     QString stateFile(const QString &name) const;
 
 private:
+    void limit(const QString &option);
     bool makePipe();
     bool startAt(const QString &host, const QStringList &options);
     QString logFile() const;

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void bytesGiveTime();
     void whereConnectionsAreShortTheOldestIdleOneGoes();
     void whereNoneIsIdleASlowBodyGoes();
+    void aCrowdThatCameAtOnceGoesToo();
     void stoppingEndsWhatWaits();
     void afterStoppingNothingNewStays();
     void tellsWhenAllAreGone();
@@ -121,7 +122,8 @@ void ConnectionWatchTest::whereConnectionsAreShortTheOldestIdleOneGoes()
         return newest.isEnded();
     };
     QTRY_VERIFY_WITH_TIMEOUT(!newcomer() && older.isEnded(), patienceMs);
-    QVERIFY(!working.isEnded());
+    QVERIFY(!younger.isEnded());
+    const Pair inItsPlace(watch);
     QTRY_VERIFY_WITH_TIMEOUT(!newcomer() && younger.isEnded(), patienceMs);
     QVERIFY(!newcomer());
     QVERIFY(!working.isEnded());
@@ -137,6 +139,21 @@ void ConnectionWatchTest::whereNoneIsIdleASlowBodyGoes()
         return newest.isEnded();
     };
     QTRY_VERIFY_WITH_TIMEOUT(!newcomer() && body.isEnded(), patienceMs);
+}
+
+// None of them is old enough to go when the next one comes, and nobody comes after them.
+void ConnectionWatchTest::aCrowdThatCameAtOnceGoesToo()
+{
+    ConnectionWatch watch(limits(1h, 1h, 2));
+    const Pair first(watch);
+    const Pair second(watch);
+    const Pair third(watch);
+    const Pair fourth(watch);
+    const auto ended = [&] {
+        return int(first.isEnded()) + int(second.isEnded()) + int(third.isEnded()) + int(fourth.isEnded());
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(ended(), 2, patienceMs);
+    QVERIFY(!fourth.isEnded());
 }
 
 void ConnectionWatchTest::stoppingEndsWhatWaits()

@@ -10,9 +10,8 @@ namespace {
 
 using Clients = std::vector<std::unique_ptr<RawClient>>;
 
-Clients connectMany(const ServiceProcess &service, const QByteArray &request)
+Clients connectMany(const ServiceProcess &service, const QByteArray &request, int count = 100)
 {
-    constexpr int count = 100;
     Clients clients;
     for (int i = 0; i < count; ++i) {
         clients.push_back(std::make_unique<RawClient>(service.port()));
@@ -42,6 +41,7 @@ class ServiceBadClientsTest : public QObject {
 private Q_SLOTS:
     void keepNobodyWaiting_data();
     void keepNobodyWaiting();
+    void giveWayWhereFilesAreFew();
     void areRefusedBeforeTheBody_data();
     void areRefusedBeforeTheBody();
     void withALengthThatIsNoneAreRefused_data();
@@ -72,6 +72,16 @@ void ServiceBadClientsTest::keepNobodyWaiting()
     ServiceProcess service;
     QVERIFY(service.start(patience()));
     const Clients idle = connectMany(service, request);
+    QCOMPARE(statusOf(ServiceClient(service).get("/healthz")), 200);
+}
+
+void ServiceBadClientsTest::giveWayWhereFilesAreFew()
+{
+    constexpr int files = 256;
+    ServiceProcess service;
+    service.limitFiles(files);
+    QVERIFY(service.start(patience()));
+    const Clients silent = connectMany(service, QByteArray(), 2 * files);
     QCOMPARE(statusOf(ServiceClient(service).get("/healthz")), 200);
 }
 
