@@ -5,7 +5,12 @@
 #include <malloc.h>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#include <sanitizer/allocator_interface.h>
+// Of the sanitizers' runtime; gcc does not ship the header.
+extern "C" {
+size_t __sanitizer_get_allocated_size(const volatile void *block);
+int __sanitizer_install_malloc_and_free_hooks(void (*taken)(const volatile void *block, size_t bytes),
+                                              void (*given)(const volatile void *block));
+}
 #endif
 
 namespace {
