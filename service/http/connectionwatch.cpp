@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <sys/socket.h>
+#include <utility>
 
 namespace tavro::assistantservice {
 
@@ -69,6 +70,7 @@ void ConnectionWatch::enter(Id id, Phase phase)
         return;
     }
     found->second.phase = phase;
+    found->second.hungUp = false;
     found->second.since = Clock::now();
     found->second.deadline = deadlineOf(phase, found->second.since);
     if (m_stopping && waitsForRequest(found->second)) {
@@ -119,10 +121,21 @@ void ConnectionWatch::watch()
 void ConnectionWatch::endOverdue(Clock::time_point now)
 {
     for (auto &[id, connection] : m_connections) {
-        if (connection.deadline <= now) {
+        if (connection.deadline <= now || isLeft(connection)) {
             end(connection);
         }
     }
+}
+
+// A client that has sent all of its request may hang up and still take the reply. So it counts as gone only where it
+// owes something, and has been found so twice: the library may just be reading its last bytes.
+bool ConnectionWatch::isLeft(Connection &connection)
+{
+    char byte = 0;
+    const bool owes = waitsForRequest(connection) || connection.phase == Phase::Receiving;
+    const bool hungUp =
+        owes && !connection.ended && ::recv(connection.descriptor, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0;
+    return std::exchange(connection.hungUp, hungUp) && hungUp;
 }
 
 void ConnectionWatch::shrink(size_t most, Clock::time_point now)

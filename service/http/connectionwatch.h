@@ -10,8 +10,9 @@
 
 namespace tavro::assistantservice {
 
-/// Ends connections whose time is over and, where connections are short, those that hold theirs for nothing. The HTTP
-/// library by itself ends only silent ones: a client that sends or takes a byte now and then would stay for ever.
+/// Ends connections whose time is over or whose client has gone and, where connections are short, those that hold
+/// theirs for nothing. The HTTP library by itself ends only silent ones, and overlooks an end that comes together with
+/// bytes.
 ///
 /// All functions may be called from any thread.
 class ConnectionWatch {
@@ -62,11 +63,14 @@ private:
         Phase phase = Phase::New;
         Clock::time_point since;
         Clock::time_point deadline;
+        /// The client's end was seen at the last look.
+        bool hungUp = false;
         bool ended = false;
     };
 
     void watch();
     void endOverdue(Clock::time_point now);
+    static bool isLeft(Connection &connection);
     void shrink(size_t most, Clock::time_point now);
     Connection *nextToGiveWay(Clock::time_point now);
     Clock::time_point deadlineOf(Phase phase, Clock::time_point now) const;

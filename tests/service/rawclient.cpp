@@ -2,6 +2,8 @@
 
 #include <QJsonDocument>
 
+#include <sys/socket.h>
+
 namespace {
 
 constexpr int patienceMs = 30000;
@@ -34,6 +36,13 @@ void RawClient::send(const QByteArray &bytes)
 {
     m_socket.write(bytes);
     while (m_socket.bytesToWrite() > 0 && m_socket.waitForBytesWritten(patienceMs)) { }
+}
+
+void RawClient::sendAndHangUp(const QByteArray &bytes)
+{
+    const auto descriptor = static_cast<int>(m_socket.socketDescriptor());
+    ::send(descriptor, bytes.constData(), static_cast<size_t>(bytes.size()), MSG_MORE | MSG_NOSIGNAL);
+    ::shutdown(descriptor, SHUT_WR);
 }
 
 QByteArray RawClient::readReply()

@@ -9,6 +9,8 @@ public:
     explicit RawClient(int port);
 
     void send(const QByteArray &bytes);
+    /// The end of what is sent goes out together with these bytes; replies are still read.
+    void sendAndHangUp(const QByteArray &bytes);
     bool isOpen() const { return m_socket.state() == QAbstractSocket::ConnectedState; }
     /// One whole reply, head and body. Empty where the connection ends without one.
     QByteArray readReply();

@@ -33,6 +33,8 @@ public:
     Pair(const Pair &) = delete;
     Pair &operator=(const Pair &) = delete;
 
+    void hangUp() const { ::shutdown(m_ends[1], SHUT_WR); }
+
     // The client sees the end.
     bool isEnded() const
     {
@@ -61,6 +63,7 @@ private Q_SLOTS:
     void eachPhaseHasItsTime_data();
     void eachPhaseHasItsTime();
     void bytesGiveTime();
+    void whoHungUpIsEndedUnlessTheReplyIsOwed();
     void whereConnectionsAreShortTheOldestIdleOneGoes();
     void whereNoneIsIdleASlowBodyGoes();
     void aCrowdThatCameAtOnceGoesToo();
@@ -106,6 +109,27 @@ void ConnectionWatchTest::bytesGiveTime()
     watch.enter(slow.id, Phase::Receiving);
     QTRY_VERIFY_WITH_TIMEOUT(slow.isEnded(), patienceMs);
     QVERIFY(!fast.isEnded());
+}
+
+void ConnectionWatchTest::whoHungUpIsEndedUnlessTheReplyIsOwed()
+{
+    ConnectionWatch watch(limits(1h, 1h));
+    const Pair replying(watch);
+    watch.enter(replying.id, Phase::Replying);
+    replying.hangUp();
+    const Pair working(watch);
+    watch.enter(working.id, Phase::Working);
+    working.hangUp();
+    const Pair receiving(watch);
+    watch.enter(receiving.id, Phase::Receiving);
+    receiving.hangUp();
+    const Pair silent(watch);
+    silent.hangUp();
+    const Pair there(watch);
+    QTRY_VERIFY_WITH_TIMEOUT(receiving.isEnded() && silent.isEnded(), patienceMs);
+    QVERIFY(!replying.isEnded() && !working.isEnded() && !there.isEnded());
+    watch.enter(replying.id, Phase::Idle);
+    QTRY_VERIFY_WITH_TIMEOUT(replying.isEnded(), patienceMs);
 }
 
 void ConnectionWatchTest::whereConnectionsAreShortTheOldestIdleOneGoes()

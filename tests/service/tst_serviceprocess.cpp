@@ -14,6 +14,8 @@ private Q_SLOTS:
     void answersManyClientsAtOnce();
     void idleConnectionsGiveWay();
     void keepsAConnectionForManyRequests();
+    void clientsThatHangUpGetTheirReplyAndTheEnd_data();
+    void clientsThatHangUpGetTheirReplyAndTheEnd();
     void slowClientsLoseTheirConnection_data();
     void slowClientsLoseTheirConnection();
     void logsOneLinePerRequestAndNoSecrets();
@@ -70,6 +72,25 @@ void ServiceProcessTest::keepsAConnectionForManyRequests()
     for (int i = 0; i < 30; ++i) {
         QCOMPARE(statusOf(client.get("/healthz")), 200);
     }
+}
+
+void ServiceProcessTest::clientsThatHangUpGetTheirReplyAndTheEnd_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<int>("status");
+    QTest::newRow("after their request") << getBytes("/healthz") << 200;
+    QTest::newRow("within it") << QByteArray("GET /healthz HTTP/1.1\r\nHost: 127") << 0;
+}
+
+void ServiceProcessTest::clientsThatHangUpGetTheirReplyAndTheEnd()
+{
+    QFETCH(QByteArray, request);
+    ServiceProcess service;
+    QVERIFY(service.start({QStringLiteral("--client-seconds"), QStringLiteral("3600")}));
+    RawClient client(service.port());
+    client.sendAndHangUp(request);
+    QTEST(statusOf(client.readReply()), "status");
+    QVERIFY(client.waitForClose());
 }
 
 void ServiceProcessTest::slowClientsLoseTheirConnection_data()
